@@ -1,0 +1,21 @@
+# Every header compiles alone: the target `header_check` compiles one file per header that includes nothing else.
+
+add_custom_target(header_check)
+
+function(tavrel_check_headers target)
+    set(units)
+    foreach(source IN LISTS ARGN)
+        if(source MATCHES "\\.h$")
+            file(RELATIVE_PATH header ${CMAKE_SOURCE_DIR}/src ${CMAKE_CURRENT_SOURCE_DIR}/${source})
+            string(MAKE_C_IDENTIFIER ${header} unit)
+            set(file ${CMAKE_BINARY_DIR}/header_check/${unit}.cpp)
+            file(CONFIGURE OUTPUT ${file} CONTENT "#include \"${header}\"\n")
+            list(APPEND units ${file})
+        endif()
+    endforeach()
+    if(units)
+        add_library(${target}_header_check OBJECT EXCLUDE_FROM_ALL ${units})
+        target_link_libraries(${target}_header_check PRIVATE ${target} tavrel_options)
+        add_dependencies(header_check ${target}_header_check)
+    endif()
+endfunction()

@@ -1,0 +1,126 @@
+# The order of the subsystems, and the only ways to add a target to it.
+#
+#   tavrel_engine(search SOURCES ... USES platform git editor)
+#   tavrel_views(search SOURCES ... USES search editor_views)
+#
+# A target may use only what stands to its left in TAVREL_LAYERS. The configure step stops when a USES list, or an
+# #include in one of the listed files, reaches to the right, and when an engine includes a header of the toolkit.
+
+set(TAVREL_LAYERS platform cson dispatch config highlight git editor terminal search debugger workspace app)
+
+# Where the headers of a layer lie, when not in the folder of its name.
+set(TAVREL_FOLDER_cson config/cson)
+set(TAVREL_FOLDER_dispatch editor/dispatch)
+
+# The subsystems that stand side by side: neither of a group may use the other.
+set(TAVREL_PEERS_highlight git)
+set(TAVREL_PEERS_terminal search debugger)
+set(TAVREL_PEERS_search terminal debugger)
+set(TAVREL_PEERS_debugger terminal search)
+set(TAVREL_PEERS_git highlight)
+
+function(tavrel_layer_folder layer result)
+    if(DEFINED TAVREL_FOLDER_${layer})
+        set(${result} ${TAVREL_FOLDER_${layer}} PARENT_SCOPE)
+    else()
+        set(${result} ${layer} PARENT_SCOPE)
+    endif()
+endfunction()
+
+# Stops unless `layer` may use `used`.
+function(tavrel_check_edge layer used where)
+    list(FIND TAVREL_LAYERS ${layer} own)
+    list(FIND TAVREL_LAYERS ${used} other)
+    if(own EQUAL -1)
+        message(FATAL_ERROR "${where}: '${layer}' is not a layer of cmake/Layers.cmake")
+    endif()
+    if(other EQUAL -1)
+        message(FATAL_ERROR "${where}: '${used}' is not a layer of cmake/Layers.cmake")
+    endif()
+    if(other GREATER own OR "${used}" IN_LIST TAVREL_PEERS_${layer})
+        message(FATAL_ERROR "${where}: '${layer}' may not use '${used}', which does not stand to its left")
+    endif()
+endfunction()
+
+# The layer whose folder holds the header `include`, or nothing for a header from outside.
+function(tavrel_layer_of include result)
+    set(found "")
+    set(longest 0)
+    foreach(layer IN LISTS TAVREL_LAYERS)
+        tavrel_layer_folder(${layer} folder)
+        string(LENGTH "${folder}/" length)
+        string(FIND "${include}" "${folder}/" position)
+        if(position EQUAL 0 AND length GREATER longest)
+            set(found ${layer})
+            set(longest ${length})
+        endif()
+    endforeach()
+    set(${result} "${found}" PARENT_SCOPE)
+endfunction()
+
+# Reads the includes of one file and checks each. `toolkit` says whether Qt is allowed there.
+function(tavrel_check_includes layer file toolkit)
+    file(STRINGS ${file} lines REGEX "^[ \t]*#[ \t]*include")
+    foreach(line IN LISTS lines)
+        string(REGEX REPLACE "^[ \t]*#[ \t]*include[ \t]*[<\"]([^>\"]+)[>\"].*" "\\1" include "${line}")
+        if(NOT toolkit AND (include MATCHES "^Q[A-Z]" OR include MATCHES "^Qt" OR include MATCHES "^q[a-z]+\\.h$"
+                OR include MATCHES "/views/" OR include MATCHES "^platform/qt/"))
+            message(FATAL_ERROR "${file}: an engine may not include '${include}' of the toolkit side")
+        endif()
+        tavrel_layer_of(${include} used)
+        if(used AND NOT used STREQUAL layer)
+            tavrel_check_edge(${layer} ${used} ${file})
+        endif()
+    endforeach()
+    set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${file})
+endfunction()
+
+function(tavrel_check_sources layer toolkit)
+    foreach(source IN LISTS ARGN)
+        if(source MATCHES "\\.(h|cpp)$")
+            tavrel_check_includes(${layer} ${CMAKE_CURRENT_SOURCE_DIR}/${source} ${toolkit})
+        endif()
+    endforeach()
+endfunction()
+
+# An engine: plain C++ and ICU. Target tavrel_<name>.
+function(tavrel_engine name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;USES" ${ARGN})
+    foreach(used IN LISTS ARG_USES)
+        tavrel_check_edge(${name} ${used} "tavrel_engine(${name})")
+    endforeach()
+    tavrel_check_sources(${name} FALSE ${ARG_SOURCES})
+    add_library(tavrel_${name} STATIC ${ARG_SOURCES})
+    target_include_directories(tavrel_${name} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(tavrel_${name} PUBLIC tl::expected PRIVATE tavrel_options)
+    foreach(used IN LISTS ARG_USES)
+        target_link_libraries(tavrel_${name} PUBLIC tavrel_${used})
+    endforeach()
+    tavrel_check_headers(tavrel_${name} ${ARG_SOURCES})
+endfunction()
+
+# The widgets of a subsystem, or the bodies in platform/qt. Target tavrel_<name>_views (tavrel_platform_qt).
+# USES names layers; VIEWS names other widget targets without their prefix.
+function(tavrel_views name)
+    cmake_parse_arguments(ARG "" "TARGET" "SOURCES;USES;VIEWS" ${ARGN})
+    set(target tavrel_${name}_views)
+    if(ARG_TARGET)
+        set(target ${ARG_TARGET})
+    endif()
+    foreach(used IN LISTS ARG_USES)
+        tavrel_check_edge(${name} ${used} "tavrel_views(${name})")
+    endforeach()
+    tavrel_check_sources(${name} TRUE ${ARG_SOURCES})
+    add_library(${target} STATIC ${ARG_SOURCES})
+    set_target_properties(${target} PROPERTIES AUTOMOC ON)
+    target_include_directories(${target} PUBLIC ${CMAKE_SOURCE_DIR}/src)
+    target_link_libraries(${target} PUBLIC Qt6::Widgets PRIVATE tavrel_options)
+    target_compile_definitions(${target} PUBLIC QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_FOREACH)
+    foreach(used IN LISTS ARG_USES)
+        target_link_libraries(${target} PUBLIC tavrel_${used})
+    endforeach()
+    foreach(used IN LISTS ARG_VIEWS)
+        target_link_libraries(${target} PUBLIC tavrel_${used})
+    endforeach()
+    tavrel_check_headers(${target} ${ARG_SOURCES})
+endfunction()
