@@ -39,8 +39,12 @@ void release(const TextBlock* block)
 {
     if (block->references_.fetch_sub(1, std::memory_order_acq_rel) != 1)
         return;
+    const bool isInSlab = block->isInSlab_;
     block->~TextBlock();
-    ::operator delete(const_cast<TextBlock*>(block));
+    if (isInSlab)
+        release(BlockSlab::holding(block));
+    else
+        ::operator delete(const_cast<TextBlock*>(block));
 }
 
 TextBlock::TextBlock(std::size_t length, bool isNarrow, std::size_t markCount)
@@ -55,11 +59,19 @@ std::size_t TextBlock::markOffset(std::size_t length, bool isNarrow)
     return sizeof(TextBlock) + (unitBytes + 1) / 2 * 2;
 }
 
-TextBlock* TextBlock::allocate(std::size_t length, bool isNarrow, std::size_t markCount)
+TextBlock* TextBlock::allocate(std::size_t length, bool isNarrow, std::size_t markCount,
+                               BlockMemory* memory)
 {
     assert(length > 0 && length <= maximumUnits);
     const std::size_t size = markOffset(length, isNarrow) + markCount * sizeof(RawByteMark);
-    return new (::operator new(size)) TextBlock(length, isNarrow, markCount);
+    const BlockMemory::Piece piece =
+        memory ? memory->allocate(size) : BlockMemory::Piece{::operator new(size), nullptr};
+    auto* block = new (piece.memory) TextBlock(length, isNarrow, markCount);
+    if (piece.slab) {
+        retain(piece.slab);
+        block->isInSlab_ = true;
+    }
+    return block;
 }
 
 RawByteMark* TextBlock::markData()
@@ -74,11 +86,11 @@ const RawByteMark* TextBlock::markData() const
 }
 
 SharedRef<const TextBlock> TextBlock::make(std::u16string_view units,
-                                           std::span<const RawByteMark> marks)
+                                           std::span<const RawByteMark> marks, BlockMemory* memory)
 {
     const unsigned bits = bitsOf(units.data(), units.size());
     const bool isNarrow = bits < 0x100;
-    TextBlock* block = allocate(units.size(), isNarrow, marks.size());
+    TextBlock* block = allocate(units.size(), isNarrow, marks.size(), memory);
     if (isNarrow)
         copyNarrowed(units.data(), units.size(), block->bytes());
     else
@@ -89,9 +101,10 @@ SharedRef<const TextBlock> TextBlock::make(std::u16string_view units,
     return SharedRef<const TextBlock>::adopt(block);
 }
 
-SharedRef<const TextBlock> TextBlock::makeAscii(std::span<const std::uint8_t> bytes)
+SharedRef<const TextBlock> TextBlock::makeAscii(std::span<const std::uint8_t> bytes,
+                                                BlockMemory* memory)
 {
-    TextBlock* block = allocate(bytes.size(), true, 0);
+    TextBlock* block = allocate(bytes.size(), true, 0, memory);
     std::memcpy(block->bytes(), bytes.data(), bytes.size());
     block->isAscii_ = true;
     block->countUnits();
@@ -137,7 +150,7 @@ SharedRef<const TextBlock> TextBlock::join(std::span<const TextBlockPart> parts)
         return make({units.data(), units.size()}, marks);
     }
     // A mark stands on a U+FFFD, so a narrow block has none.
-    TextBlock* block = allocate(length, true, 0);
+    TextBlock* block = allocate(length, true, 0, nullptr);
     std::uint8_t* target = block->bytes();
     for (const TextBlockPart& part : parts) {
         std::memcpy(target, part.block->bytes() + part.from, part.length());
