@@ -12,6 +12,7 @@ struct Engine {
 };
 
 constexpr std::array engines{
+    Engine{"chord", chordAdaptor},
     Engine{"cson", csonAdaptor},
 };
 
