@@ -14,6 +14,7 @@ struct Engine {
 constexpr std::array engines{
     Engine{"chord", chordAdaptor},
     Engine{"cson", csonAdaptor},
+    Engine{"edit", editAdaptor},
 };
 
 Json errorAnswer(const std::string& why)

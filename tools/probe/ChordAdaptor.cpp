@@ -2,10 +2,10 @@
 #include "editor/dispatch/CommandDispatcher.h"
 #include "editor/dispatch/KeyTranslator.h"
 #include "probe/Adaptors.h"
+#include "probe/ChordEvents.h"
 #include "probe/CsonJson.h"
 
 #include <algorithm>
-#include <array>
 #include <limits>
 
 namespace tavrel::probe {
@@ -50,34 +50,6 @@ public:
     std::vector<std::string> ran;
     int beeps = 0;
 };
-
-struct ModifierPrefix {
-    std::u16string_view text;
-    std::uint64_t bit;
-};
-
-constexpr std::array modifierPrefixes{
-    ModifierPrefix{u"ctrl+", controlModifier},
-    ModifierPrefix{u"opt+", optionModifier},
-    ModifierPrefix{u"cmd+", commandModifier},
-    ModifierPrefix{u"shift+", shiftModifier},
-};
-
-// The press of a chord in any order of its words: their bits, and the key word as its text.
-KeyEvent eventWithChord(std::u16string_view chord)
-{
-    KeyEvent event;
-    const auto leads = [&](const ModifierPrefix& prefix) {
-        return chord.size() > prefix.text.size() && chord.starts_with(prefix.text);
-    };
-    for (const auto* prefix = std::ranges::find_if(modifierPrefixes, leads);
-         prefix != modifierPrefixes.end(); prefix = std::ranges::find_if(modifierPrefixes, leads)) {
-        event.modifierFlags |= prefix->bit;
-        chord.remove_prefix(prefix->text.size());
-    }
-    event.charactersIgnoringModifiers = chord;
-    return event;
-}
 
 struct DispatchStep {
     bool consumed;

@@ -40,6 +40,29 @@ private:
 
 namespace {
 
+bool isBefore(const CSONMember& a, const CSONMember& b)
+{
+    return a.name < b.name;
+}
+
+// Sorts by name, and keeps the last of each row of equal names.
+void sortByName(std::vector<CSONMember>& members)
+{
+    // Nearly all maps have few members, which go into their places without a second buffer.
+    constexpr std::size_t few = 24;
+    if (members.size() > few) {
+        std::stable_sort(members.begin(), members.end(), isBefore);
+    } else {
+        for (auto next = members.begin(); next != members.end(); ++next) {
+            const auto place = std::upper_bound(members.begin(), next, *next, isBefore);
+            std::rotate(place, next, next + 1);
+        }
+    }
+    const auto sameName = [](const CSONMember& a, const CSONMember& b) { return a.name == b.name; };
+    const auto first = std::unique(members.rbegin(), members.rend(), sameName).base();
+    members.erase(members.begin(), first);
+}
+
 struct Pair {
     const CSONValue* left;
     const CSONValue* right;
@@ -129,12 +152,7 @@ CSONValue CSONValue::array(std::vector<CSONValue> elements)
 
 CSONValue CSONValue::map(std::vector<CSONMember> members)
 {
-    std::stable_sort(members.begin(), members.end(),
-                     [](const CSONMember& a, const CSONMember& b) { return a.name < b.name; });
-    // Keeps the last one of each row of equal names.
-    const auto sameName = [](const CSONMember& a, const CSONMember& b) { return a.name == b.name; };
-    const auto first = std::unique(members.rbegin(), members.rend(), sameName).base();
-    members.erase(members.begin(), first);
+    sortByName(members);
     CSONValue value;
     value.value_ = Children(new CSONNode(std::move(members)));
     return value;

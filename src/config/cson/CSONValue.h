@@ -35,6 +35,15 @@ public:
     explicit CSONValue(double value) : value_(value) {}
     explicit CSONValue(std::string value) : value_(std::move(value)) {}
 
+    CSONValue(const CSONValue& other) = default;
+    CSONValue(CSONValue&& other) noexcept = default;  // Leaves `other` fit for assignment only.
+    /// A value may be assigned one of its own parts: the part is taken before the whole is dropped.
+    CSONValue& operator=(CSONValue other) noexcept
+    {
+        value_ = std::move(other.value_);
+        return *this;
+    }
+
     static CSONValue array(std::vector<CSONValue> elements);
     /// Of two members of one name the last one counts. Costs O(n log n).
     static CSONValue map(std::vector<CSONMember> members);

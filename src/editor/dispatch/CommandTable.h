@@ -37,7 +37,7 @@ constexpr CommandArgument truth(std::string_view name, bool defaultValue)
 
 /// Every command that can be bound to a key. Names are compared exactly, case included; a name
 /// that is not here does nothing.
-constexpr std::array commandTable{
+inline constexpr std::array commandTable{
     CommandTableRow{"moveCursor", command_table::integer("offset", 0)},
     CommandTableRow{"erase", {}},
     CommandTableRow{"eraseWord", {}},

@@ -15,7 +15,7 @@ struct DefaultBinding {
 };
 
 /// The section `keys` of the default settings, in the order of its lines.
-constexpr std::array defaultKeyMap{
+inline constexpr std::array defaultKeyMap{
     DefaultBinding{"left", "{moveCursor offset: -1}"},
     DefaultBinding{"right", "{moveCursor offset: 1}"},
     DefaultBinding{"backspace", "{erase}"},

@@ -144,7 +144,7 @@ TEST(CommandDispatcher, ASequenceOfManyChordsTakesMemoryByItsLength)
 TEST(CommandDispatcher, ValuesMayNestDeeperThanTheStack)
 {
     CSONValue value(std::string("copy"));
-    for (int depth = 0; depth < 1'000'000; ++depth)
+    for (int depth = 0; depth < 200'000; ++depth)
         value = CSONValue::array({value});
     const EditorCommandList commands = CommandDispatcher::commandsFromValue(value);
     ASSERT_EQ(commands.size(), 1U);
