@@ -27,7 +27,8 @@ CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent)
     rangeTimer_.setSingleShot(true);
     rangeTimer_.setInterval(rangeDelayMilliseconds);
     connect(&rangeTimer_, &QTimer::timeout, this, [this] { updateRange(); });
-    connect(scrollBar_, &QScrollBar::valueChanged, this, [this](int value) { scrollBarMoved(value); });
+    connect(scrollBar_, &QScrollBar::valueChanged, this,
+            [this](int value) { scrollBarMoved(value); });
     textView_->setDelegate(this);
     pane_.setView(this);
 }

@@ -72,8 +72,8 @@ ColumnLayout::ColumnLayout(std::u16string text, const EditorFont& font,
     if (settings.wraps) {
         // A hair more, since the width of n columns may come out just below n advances.
         const double columns = std::floor(settings.width / font.advance() + 0.001);
-        rowStarts_ = wrapColumns(text_, static_cast<std::size_t>(std::clamp(columns, 1.0, 1e6)),
-                                 tabWidth_);
+        rowStarts_ =
+            wrapColumns(text_, static_cast<std::size_t>(std::clamp(columns, 1.0, 1e6)), tabWidth_);
     }
 }
 

@@ -12,7 +12,8 @@ namespace tavrel {
 namespace {
 
 // Sequences that fonts for programmers like to join into one glyph, each between two letters.
-constexpr char16_t ligatureProbe[] = u"a->b=>c==d!=e===f<=g>=h&&i||j::k//l/*m*/n...o++p--q<!--fi fl ffi www 0x0";
+constexpr char16_t ligatureProbe[] =
+    u"a->b=>c==d!=e===f<=g>=h&&i||j::k//l/*m*/n...o++p--q<!--fi fl ffi www 0x0";
 
 QTextLine layOut(QTextLayout& layout)
 {
@@ -34,10 +35,9 @@ EditorFont::EditorFont(const QString& family, int size, double scale) : font_(fa
     font_.setHintingPreference(QFont::PreferFullHinting);
     rawFont_ = QRawFont::fromFont(font_);
     const QFontMetricsF metrics(font_);
-    const double ascent = std::ceil(metrics.ascent() * scale);
-    const double height = ascent + std::ceil((metrics.descent() + metrics.leading()) * scale);
-    rowHeight_ = std::max(height, 1.0) / scale;
-    baseline_ = ascent / scale;
+    const double height = metrics.ascent() + metrics.descent() + metrics.leading();
+    rowHeight_ = std::max(std::ceil(height * scale), 1.0) / scale;
+    baseline_ = std::round(metrics.ascent() * scale) / scale;
     measureColumns();
 }
 

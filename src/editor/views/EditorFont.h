@@ -14,8 +14,8 @@ namespace tavrel {
 /// so that scrolling moves rows without blurring them.
 class EditorFont {
 public:
-    /// `size` is in logical pixels and at least 1. A family that is not installed gives the system's
-    /// fixed-width font. `scale` is the number of device pixels in a logical one.
+    /// `size` is in logical pixels and at least 1. A family that is not installed gives the
+    /// system's fixed-width font. `scale` is the number of device pixels in a logical one.
     explicit EditorFont(const QString& family, int size, double scale = 1.0);
 
     const QFont& font() const { return font_; }
@@ -26,8 +26,8 @@ public:
     /// From the top of a row to its baseline.
     double baseline() const { return baseline_; }
 
-    /// Whether all printable ASCII characters are `advance()` wide and one glyph each, whatever stands
-    /// beside them, so that rows of them can be laid out by counting.
+    /// Whether all printable ASCII characters are `advance()` wide and one glyph each, whatever
+    /// stands beside them, so that rows of them can be laid out by counting.
     bool hasColumns() const { return hasColumns_; }
     /// The glyph of a printable ASCII character; that of a space for anything else.
     quint32 glyph(char16_t unit) const

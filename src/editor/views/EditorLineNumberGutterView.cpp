@@ -33,7 +33,8 @@ std::vector<EditorLineNumberGutterView::Number> EditorLineNumberGutterView::make
     const TextSnapshot& text = textView_.rows().text();
     std::vector<Number> numbers;
     for (const VisibleRow& row : textView_.visibleRows()) {
-        // What begins behind a lone CR or a Unicode separator is a line, but not one that is numbered.
+        // What begins behind a lone CR or a Unicode separator is a line, but not one that is
+        // numbered.
         const std::size_t start = row.row.start();
         if (!row.row.startsLine())
             continue;

@@ -10,8 +10,8 @@
 
 namespace tavrel {
 
-/// The numbers of the lines at the left of a text view, counted from 1. A line ends at LF here, so a
-/// wrapped line has one number, at its first row.
+/// The numbers of the lines at the left of a text view, counted from 1. A line ends at LF here, so
+/// a wrapped line has one number, at its first row.
 class EditorLineNumberGutterView final : public QWidget {
 public:
     /// The text view is borrowed and outlives the gutter.

@@ -22,8 +22,8 @@ void EditorScrollBar::paintEvent(QPaintEvent*)
         return;
     QStyleOptionSlider option;
     initStyleOption(&option);
-    const QRect thumb = style()->subControlRect(QStyle::CC_ScrollBar, &option,
-                                                QStyle::SC_ScrollBarSlider, this);
+    const QRect thumb =
+        style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
     QColor color = QColor::fromRgb(theme_.gutter);
     color.setAlphaF(isSliderDown() ? 0.9F : 0.5F);
     painter.fillRect(thumb.adjusted(3, 2, -3, -2), color);

@@ -34,7 +34,8 @@ bool splitsCharacter(const std::u16string& around, std::size_t index)
            u_hasBinaryProperty(next, UCHAR_EMOJI_MODIFIER);
 }
 
-// Where the piece `index` of the line begins. `base` must lie inside the line for every index but 0.
+// Where the piece `index` of the line begins. `base` must lie inside the line for every index but
+// 0.
 std::size_t cutAt(const TextSnapshot& text, std::size_t lineStart, std::size_t lineEnd,
                   std::size_t index)
 {
@@ -56,7 +57,7 @@ std::size_t cutAt(const TextSnapshot& text, std::size_t lineStart, std::size_t l
 
 struct Line {
     std::size_t start;
-    std::size_t end;      // Of the content.
+    std::size_t end;  // Of the content.
     std::size_t nextStart;
 
     std::size_t lastPiece() const

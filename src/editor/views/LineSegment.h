@@ -13,8 +13,8 @@ constexpr std::size_t maximumSegmentLength = 4096;
 /// How far from a segment's end lies what may decide where that is, in units.
 constexpr std::size_t cutContextLength = 256;
 
-/// A piece of a line that is wrapped by itself, so that a very long line costs as little to show as a
-/// short one. A line of up to `maximumSegmentLength` units is one segment. A longer one is cut at
+/// A piece of a line that is wrapped by itself, so that a very long line costs as little to show as
+/// a short one. A line of up to `maximumSegmentLength` units is one segment. A longer one is cut at
 /// multiples of that length from its start, moved back a little so that no word is split where that
 /// can be helped, and no user-perceived character either.
 struct LineSegment {

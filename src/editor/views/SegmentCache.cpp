@@ -59,7 +59,8 @@ void SegmentCache::dropOldest()
         uses.push_back(entry.lastUse);
     const auto middle = uses.begin() + static_cast<std::ptrdiff_t>(uses.size() / 2);
     std::nth_element(uses.begin(), middle, uses.end());
-    std::erase_if(entries_, [limit = *middle](const Entry& entry) { return entry.lastUse < limit; });
+    std::erase_if(entries_,
+                  [limit = *middle](const Entry& entry) { return entry.lastUse < limit; });
 }
 
 }  // namespace tavrel

@@ -9,9 +9,8 @@
 
 namespace tavrel {
 
-std::shared_ptr<const SegmentLayout> SegmentLayout::make(std::u16string text,
-                                                         const EditorFont& font,
-                                                         const WrapSettings& settings)
+std::shared_ptr<const SegmentLayout>
+SegmentLayout::make(std::u16string text, const EditorFont& font, const WrapSettings& settings)
 {
     if (font.hasColumns() && isColumnText(text))
         return std::make_shared<ColumnLayout>(std::move(text), font, settings);

@@ -31,9 +31,9 @@ struct RowHit {
 
 /// How wide a row may be.
 struct WrapSettings {
-    double width = 0;           // In logical pixels; rows are wrapped behind blanks.
-    std::size_t tabWidth = 2;   // In columns.
-    bool wraps = true;          // False in one-line fields, where a line is one row.
+    double width = 0;          // In logical pixels; rows are wrapped behind blanks.
+    std::size_t tabWidth = 2;  // In columns.
+    bool wraps = true;         // False in one-line fields, where a line is one row.
 
     bool operator==(const WrapSettings&) const = default;
 };

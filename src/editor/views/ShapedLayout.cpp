@@ -19,8 +19,8 @@ bool isBlank(char16_t unit)
     return unit == u' ' || unit == u'\t' || unit == u'\u3000';
 }
 
-// Whether a row may end between two units by the rules of scripts that write without blanks. Between
-// two ASCII units only a blank parts rows, as in a text of ASCII alone.
+// Whether a row may end between two units by the rules of scripts that write without blanks.
+// Between two ASCII units only a blank parts rows, as in a text of ASCII alone.
 bool isForeign(char16_t before, char16_t after)
 {
     return before >= 0x0E00 || after >= 0x0E00;
@@ -55,8 +55,8 @@ ShapedLayout::~ShapedLayout() = default;
 
 std::unique_ptr<QTextLayout> ShapedLayout::shape(std::size_t start, std::size_t length) const
 {
-    const QStringView view = QStringView(text_).sliced(static_cast<qsizetype>(start),
-                                                       static_cast<qsizetype>(length));
+    const QStringView view =
+        QStringView(text_).sliced(static_cast<qsizetype>(start), static_cast<qsizetype>(length));
     auto layout = std::make_unique<QTextLayout>(view.toString(), font_.font());
     QTextOption option;
     option.setTextDirection(Qt::LeftToRight);
@@ -80,7 +80,8 @@ std::size_t ShapedLayout::rowLengthFrom(std::size_t start, std::size_t columns) 
         return length;
     line.setLineWidth(font_.advance() * static_cast<double>(columns) + 0.01);
     layout->endLayout();
-    std::size_t fits = std::clamp<std::size_t>(static_cast<std::size_t>(line.textLength()), 1, length);
+    std::size_t fits =
+        std::clamp<std::size_t>(static_cast<std::size_t>(line.textLength()), 1, length);
     while (start + fits < text_.size() && isBlank(text_[start + fits]))
         ++fits;  // Blanks hang over the edge.
     if (fits == rest || isBlank(text_[start + fits - 1]))
@@ -146,7 +147,8 @@ RowHit ShapedLayout::hitAt(std::size_t row, double x) const
     const double right = line.cursorToX(next);
     const double width = right - left;
     const double fraction = width == 0 ? 0.0 : std::clamp((x - left) / width, 0.0, 1.0);
-    return {start + static_cast<std::size_t>(cell), start + static_cast<std::size_t>(next), fraction};
+    return {start + static_cast<std::size_t>(cell), start + static_cast<std::size_t>(next),
+            fraction};
 }
 
 std::vector<RowSpan> ShapedLayout::spans(std::size_t row, std::size_t start, std::size_t end) const
@@ -201,12 +203,12 @@ void ShapedLayout::paint(QPainter& painter, std::size_t row, QPointF topLeft, Ro
         format.format.setFontUnderline(isUnderlined(run.token));
         formats.append(format);
     }
-    // Signs of other fonts may be taller than a row. They are cut off, so that drawing one row never
-    // calls for drawing its neighbours.
+    // Signs of other fonts may be taller than a row. They are cut off, so that drawing one row
+    // never calls for drawing its neighbours.
     painter.save();
-    painter.setClipRect(QRectF(topLeft.x() + clip.left, topLeft.y(), clip.right - clip.left,
-                               font_.rowHeight()),
-                        Qt::IntersectClip);
+    painter.setClipRect(
+        QRectF(topLeft.x() + clip.left, topLeft.y(), clip.right - clip.left, font_.rowHeight()),
+        Qt::IntersectClip);
     painter.setPen(QColor::fromRgba(theme.foreground));
     layout.draw(&painter, at, formats);
     painter.restore();

@@ -9,8 +9,8 @@
 
 namespace tavrel {
 
-/// Rows of any text, shaped by the toolkit. Lines run from left to right as a whole; what is written
-/// from right to left stands reordered within its row.
+/// Rows of any text, shaped by the toolkit. Lines run from left to right as a whole; what is
+/// written from right to left stands reordered within its row.
 class ShapedLayout final : public SegmentLayout {
 public:
     ShapedLayout(std::u16string text, const EditorFont& font, const WrapSettings& settings);

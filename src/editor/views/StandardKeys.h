@@ -18,8 +18,8 @@ struct StandardMotion {
 };
 
 /// What `event` does by the desktop's own conventions: arrows, Home and End, Page Up and Page Down,
-/// with Ctrl by words and with Shift selecting. `head` is the moving end of `selection`. Nothing for
-/// any other key.
+/// with Ctrl by words and with Shift selecting. `head` is the moving end of `selection`. Nothing
+/// for any other key.
 std::optional<StandardMotion> standardMotion(const QKeyEvent& event, const ViewRows& rows,
                                              TextRange selection, std::size_t head);
 

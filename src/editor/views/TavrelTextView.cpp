@@ -255,7 +255,7 @@ ViewDecorations TavrelTextView::makeDecorations() const
 {
     DecorationState state;
     state.selectedRanges = pane_.selectedRanges();
-    state.marker = pane_.marker();
+    state.marker = pane_.activeTab().marker;
     if (isFirstResponder()) {
         const TextRange selection = pane_.selectedRange();
         if (selection.isEmpty())

@@ -103,8 +103,7 @@ private:
     static constexpr double linePadding = 5.0;
     static constexpr double cursorWidth = 2.0;
 
-    void storageDidChange(const TextStorage& storage,
-                          std::span<const TextChange> changes) override;
+    void storageDidChange(const TextStorage& storage, std::span<const TextChange> changes) override;
     void storageDidChangeTokens(const TextStorage& storage, TextRange range) override;
 
     void observe(TextStorage* storage);
@@ -133,7 +132,7 @@ private:
     ViewTheme theme_;
     EditorFont font_;
     ViewRows rows_;
-    TextStorage* storage_ = nullptr;  // The one observed, of the pane's active document.
+    TextStorage* storage_ = nullptr;            // The one observed, of the pane's active document.
     std::shared_ptr<EditorDocument> document_;  // Keeps `storage_` alive.
     int columnWidth_;
     bool isFieldLayout_ = false;

@@ -31,9 +31,9 @@ bool isTypedText(const QString& text)
 
 bool TavrelTextView::event(QEvent* event)
 {
-    // While this view has the focus every key is offered to it first, so neither a menu's shortcut nor
-    // the menu bar's own keys (Alt, F10) may take one away. What the pane does not know comes back
-    // to the menus through `menuShortcut`.
+    // While this view has the focus every key is offered to it first, so neither a menu's shortcut
+    // nor the menu bar's own keys (Alt, F10) may take one away. What the pane does not know comes
+    // back to the menus through `menuShortcut`.
     if (event->type() == QEvent::ShortcutOverride) {
         event->accept();
         return true;

@@ -67,8 +67,8 @@ SelectionDrag::SelectionDrag(const TextSnapshot& text, std::size_t location, Sel
 
 SelectionDrag SelectionDrag::extending(TextRange selection, std::size_t location)
 {
-    const std::size_t toStart =
-        location > selection.location ? location - selection.location : selection.location - location;
+    const std::size_t toStart = location > selection.location ? location - selection.location
+                                                              : selection.location - location;
     const std::size_t toEnd =
         location > selection.end() ? location - selection.end() : selection.end() - location;
     SelectionDrag drag;

@@ -18,7 +18,8 @@ enum class SelectionUnit {
 /// of other signs of the same kind; never past the ends of the line, and nothing on an empty line.
 TextRange wordSelectionAt(const TextSnapshot& text, std::size_t location);
 
-/// The stretch of one unit of selection at `location`: nothing, a word, or a line with its terminator.
+/// The stretch of one unit of selection at `location`: nothing, a word, or a line with its
+/// terminator.
 TextRange selectionUnitAt(const TextSnapshot& text, std::size_t location, SelectionUnit unit);
 
 /// A selection that is being made: one end stays, the other follows the mouse or the keys.

@@ -16,15 +16,15 @@ namespace tavrel {
 
 /// What stands in the text beside its letters: selections and cursors.
 struct DecorationState {
-    std::vector<TextRange> selectedRanges;       // In any order.
-    std::optional<std::size_t> primaryCursor;    // Absent while something is selected.
-    std::vector<std::size_t> secondaryCursors;   // Ascending.
+    std::vector<TextRange> selectedRanges;      // In any order.
+    std::optional<std::size_t> primaryCursor;   // Absent while something is selected.
+    std::vector<std::size_t> secondaryCursors;  // Ascending.
     std::optional<std::size_t> marker;
 };
 
 /// The geometry that turns locations into rectangles of the view, in logical pixels.
 struct DecorationMetrics {
-    double left = 0;         // Of the rows.
+    double left = 0;  // Of the rows.
     double rowHeight = 1;
     double cursorWidth = 2;
     double viewWidth = 0;

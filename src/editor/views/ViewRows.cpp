@@ -101,7 +101,8 @@ std::size_t ViewRows::locationAt(TextRange range, double x) const
     const std::size_t location = row.segment.start + hit.nearestEdge();
     if (row.isLastOfSegment() && row.segment.isLastOfLine)
         return location;
-    // The end of a wrapped row shows on the next one, so the row's last character is as far as it goes.
+    // The end of a wrapped row shows on the next one, so the row's last character is as far as it
+    // goes.
     if (location < row.end())
         return location;
     return row.segment.start + row.layout->hitAt(row.index, 1e9).start;

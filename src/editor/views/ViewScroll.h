@@ -16,9 +16,9 @@ struct VisibleRow {
 };
 
 /// Turns movements of the view into scroll origins, which are places in the text and never heights
-/// from its top: what lies above is not laid out, so scrolling costs the same in a text of any length.
-/// All lengths are logical pixels. Every function costs the
-/// layout of the rows it passes over, which are at most those of two pages and of the distance moved.
+/// from its top: what lies above is not laid out, so scrolling costs the same in a text of any
+/// length. All lengths are logical pixels. Every function costs the layout of the rows it passes
+/// over, which are at most those of two pages and of the distance moved.
 class ViewScroll {
 public:
     ViewScroll(const ViewRows& rows, double rowHeight, double viewHeight)
