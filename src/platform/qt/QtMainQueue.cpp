@@ -4,34 +4,41 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
+#include <cstdint>
+#include <utility>
 
 namespace tavrel {
 
 namespace {
 
-constexpr double longestDelaySeconds = 24 * 3600;
+std::chrono::milliseconds milliseconds(double seconds)
+{
+    constexpr double most = 24.0 * 24 * 60 * 60;  // A timer counts milliseconds in 31 bits.
+    if (!(seconds > 0))
+        return {};
+    return std::chrono::milliseconds(
+        static_cast<std::int64_t>(std::ceil(std::min(seconds, most) * 1000)));
+}
 
 }  // namespace
 
 void QtMainQueue::post(Work work)
 {
-    QMetaObject::invokeMethod(&context_, std::move(work), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        &context_, [work = std::move(work)] { work(); }, Qt::QueuedConnection);
 }
 
 ScheduledWork QtMainQueue::postAfter(double delaySeconds, Work work)
 {
-    const double seconds =
-        delaySeconds > 0 ? std::min(delaySeconds, longestDelaySeconds) : 0.0;  // NaN counts as 0.
-    const auto pending = std::make_shared<bool>(true);
-    QTimer::singleShot(static_cast<int>(std::ceil(seconds * 1000)), Qt::PreciseTimer, &context_,
+    auto pending = std::make_shared<bool>(true);
+    QTimer::singleShot(milliseconds(delaySeconds), Qt::PreciseTimer, &context_,
                        [pending, work = std::move(work)] {
-                           if (!*pending)
-                               return;
-                           *pending = false;
-                           work();
+                           if (std::exchange(*pending, false))
+                               work();
                        });
-    return ScheduledWork(pending);
+    return ScheduledWork(std::move(pending));
 }
 
 }  // namespace tavrel

@@ -6,19 +6,19 @@
 
 namespace tavrel {
 
-/// The main thread's event loop as a queue. To be made on the main thread, once the toolkit's
-/// application object exists; what is still waiting when it goes is dropped.
+/// The main queue over the desktop's event loop.
+///
+/// Made and destroyed on the thread of the event loop; what has not run by then is dropped. Nobody
+/// may post any more while it goes.
 class QtMainQueue final : public MainQueue {
 public:
-    QtMainQueue() = default;
-    QtMainQueue(const QtMainQueue&) = delete;
-    QtMainQueue& operator=(const QtMainQueue&) = delete;
-
     void post(Work work) override;
+    /// Exact to a millisecond, and never early. A delay that is negative or no number counts as 0,
+    /// one of more than 24 days as 24 days.
     ScheduledWork postAfter(double delaySeconds, Work work) override;
 
 private:
-    QObject context_;  // Lives on the main thread; what was posted to it dies with it.
+    QObject context_;  // The receiver of the work: what waits goes with it.
 };
 
 }  // namespace tavrel
