@@ -27,7 +27,7 @@ CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent)
     rangeTimer_.setSingleShot(true);
     rangeTimer_.setInterval(rangeDelayMilliseconds);
     connect(&rangeTimer_, &QTimer::timeout, this, [this] { updateRange(); });
-    connect(scrollBar_, &QScrollBar::valueChanged, this,
+    connect(scrollBar_, &QAbstractSlider::valueChanged, this,
             [this](int value) { scrollBarMoved(value); });
     textView_->setDelegate(this);
     pane_.setView(this);
@@ -120,6 +120,9 @@ void CodeEditorView::updateRange()
 
 void CodeEditorView::showPosition()
 {
+    // A thumb that is held stays where the mouse has it.
+    if (scrollBar_->isSliderDown())
+        return;
     isShowingPosition_ = true;
     scrollBar_->setValue(clampedToInt(textView_->rows().estimate(scrollOrigin().location)));
     isShowingPosition_ = false;
