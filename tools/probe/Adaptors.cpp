@@ -1,0 +1,48 @@
+#include "probe/Adaptors.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tavrel::probe {
+namespace {
+
+struct Engine {
+    std::string_view name;
+    Json (*adaptor)(ProbeRequest& request);
+};
+
+constexpr std::array engines{
+    Engine{"cson", csonAdaptor},
+};
+
+Json errorAnswer(const std::string& why)
+{
+    return {{"error", jsonFromUtf8(why)}};
+}
+
+}  // namespace
+
+Json respond(const Json& request)
+try {
+    if (!request.is_object())
+        throw RequestError("unreadable request: not an object");
+    const std::string name = utf8Member(request, "engine");
+    const auto engine = std::find_if(engines.begin(), engines.end(),
+                                     [&](const Engine& known) { return known.name == name; });
+    if (engine == engines.end())
+        throw RequestError("unknown engine '" + name + "'");
+    ProbeRequest read(request);
+    Json response = engine->adaptor(read);
+    read.addTimes(response);
+    return response;
+} catch (const std::exception& error) {
+    return errorAnswer(error.what());
+}
+
+std::string respondToLine(std::string_view line)
+{
+    const auto request = readLine(line);
+    return writeLine(request ? respond(*request) : errorAnswer(request.error()));
+}
+
+}  // namespace tavrel::probe
