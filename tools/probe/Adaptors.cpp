@@ -12,7 +12,9 @@ struct Engine {
 };
 
 constexpr std::array engines{
+    Engine{"chord", chordAdaptor},
     Engine{"cson", csonAdaptor},
+    Engine{"edit", editAdaptor},
 };
 
 Json errorAnswer(const std::string& why)

@@ -11,7 +11,9 @@ namespace tavrel::probe {
 // into JSON, and holds no logic. It may throw `RequestError`. A new engine is a declaration here, a
 // row in Adaptors.cpp and a file of its own.
 
+Json chordAdaptor(ProbeRequest& request);
 Json csonAdaptor(ProbeRequest& request);
+Json editAdaptor(ProbeRequest& request);
 
 /// Answers one request; the answer to a request that names no engine, or that its adaptor cannot
 /// read, is `{"error": why}`. Never throws but when memory ends.

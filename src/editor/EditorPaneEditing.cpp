@@ -1,0 +1,260 @@
+// How a pane changes the text: the capture around a change, the applier for several cursors, undo.
+
+#include "editor/EditorPane.h"
+
+#include "platform/Clock.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tavrel {
+
+void EditorPane::textWillChange(TextRange range, const TextSnapshot& replacement)
+{
+    if (guard_ != Guard::none)
+        return;
+    const TextRange changed = clampedRange(range, text().length());
+    const TextRange before = clampedRange(
+        std::exchange(pendingBeforeSelectionOverride_, {}).value_or(selectedRange()),
+        text().length());
+    pendingEditorEdit_ = PendingEditorEdit{
+        .replacementRange = changed,
+        .replacedText = text().slice(changed),
+        .insertedText = replacement,
+        .beforeSelection = before,
+        .beforeSecondaryCursorLocations = normalisedCursors(before),
+        .beforeIsModified = document().isModified,
+    };
+}
+
+void EditorPane::textDidChange()
+{
+    if (guard_ != Guard::none) {
+        dropPendingEdit();
+        return;
+    }
+    const std::optional<TextRange> override = std::exchange(pendingAfterSelectionOverride_, {});
+    if (std::optional<PendingEditorEdit> edit = std::exchange(pendingEditorEdit_, {})) {
+        const TextRange after = clampedRange(override.value_or(selectedRange()), text().length());
+        document().history().recordSnapshot(
+            {.replacementRange = edit->replacementRange,
+             .replacedText = std::move(edit->replacedText),
+             .insertedText = std::move(edit->insertedText),
+             .beforeSelection = edit->beforeSelection,
+             .afterSelection = after,
+             .beforeSecondaryCursorLocations = std::move(edit->beforeSecondaryCursorLocations),
+             .afterSecondaryCursorLocations = normalisedCursors(after),
+             .beforeIsModified = edit->beforeIsModified,
+             .afterIsModified = true},
+            ClearRedo::yes, Mergeable::yes, services_.clock.now());
+    }
+    refreshAfterEdit();
+}
+
+void EditorPane::dropPendingEdit()
+{
+    pendingEditorEdit_.reset();
+    pendingBeforeSelectionOverride_.reset();
+    pendingAfterSelectionOverride_.reset();
+}
+
+/// The one insertion at the selection: what a text view does by itself when a key is typed.
+void EditorPane::replaceInTextView(TextRange range, const TextSnapshot& replacement)
+{
+    const TextRange replaced = clampedRange(range, text().length());
+    const bool changesNothing = text().slice(replaced) == replacement;
+    if (changesNothing) {
+        dropPendingEdit();
+        setSelectedRange({replaced.location + replacement.length(), 0});
+        return;
+    }
+    textWillChange(replaced, replacement);
+    document().textStorage().replace(replaced, replacement);
+    setSelectedRange({replaced.location + replacement.length(), 0});
+    textDidChange();
+    scrollToVisible(selectedRange());
+}
+
+void EditorPane::replaceText(TextRange range, const TextSnapshot& replacement,
+                             std::optional<TextRange> afterSelection)
+{
+    clearSecondaryCursors();
+    pendingBeforeSelectionOverride_ = clampedRange(selectedRange(), text().length());
+    pendingAfterSelectionOverride_ = afterSelection;
+    replaceInTextView(range, replacement);
+    if (afterSelection) {
+        setSelectedRange(*afterSelection);
+        scrollToVisible(selectedRange());
+    }
+}
+
+void EditorPane::refreshAfterEdit()
+{
+    EditorTab& tab = activeTab();
+    tab.selectedRange = selectedRange();
+    tab.selectedWordOccurrences.reset();
+    setCursors(normalisedCursors(selectedRange()));
+    EditorDocument& changed = document();
+    const bool wasModified = std::exchange(changed.isModified, true);
+    refreshStatus(u"modified");
+    changed.postDidChange(this, false);
+    if (!wasModified && view_)
+        view_->paneDidChangeTabs();
+}
+
+bool EditorPane::insertAtCursors(const TextSnapshot& inserted, std::optional<TextRange> range)
+{
+    if (!hasSecondaryCursors())
+        return false;
+    if (!clampedRange(range.value_or(selectedRange()), text().length()).isEmpty()) {
+        clearSecondaryCursors();
+        return false;
+    }
+    const std::size_t primary = selectedRange().location;
+    std::vector<ResolvedMultiCursorEdit> edits;
+    for (const std::size_t cursor : allCursorLocations())
+        edits.push_back({{{cursor, 0}, inserted, {}}, cursor == primary});
+    applyEdits(std::move(edits), selectedRange());
+    return true;
+}
+
+bool EditorPane::eraseAtCursors()
+{
+    if (!hasSecondaryCursors())
+        return false;
+    if (!selectedRange().isEmpty()) {
+        clearSecondaryCursors();
+        return false;
+    }
+    std::vector<MultiCursorEdit> edits;
+    for (const std::size_t cursor : allCursorLocations()) {
+        const TextRange range = cursor > 0 ? TextRange{cursor - 1, 1} : TextRange{};
+        edits.push_back({range, {}, range.location});
+    }
+    applyEdits(resolvedEdits(std::move(edits), selectedRange().location), selectedRange());
+    return true;
+}
+
+void EditorPane::applyEdits(std::vector<ResolvedMultiCursorEdit> edits, TextRange beforeSelection)
+{
+    const TextSnapshot before = text();
+    const std::vector<ResolvedMultiCursorEdit> applied =
+        applicableEdits(std::move(edits), before.length());
+    if (applied.empty())
+        return;
+    const CursorLocations beforeCursors = normalisedCursors(beforeSelection);
+    const bool beforeIsModified = document().isModified;
+
+    std::vector<TextEdit> replacements;
+    std::vector<EditorUndoSnapshot> snapshots;
+    std::vector<std::size_t> cursors;
+    TextRange afterSelection = beforeSelection;
+    std::size_t inserted = 0;  // By the edits so far; with `removed` it moves what lies behind them.
+    std::size_t removed = 0;
+    for (const ResolvedMultiCursorEdit& edit : applied) {
+        const auto moved = [&](std::size_t location) { return location + inserted - removed; };
+        const std::size_t newLength =
+            before.length() + inserted - removed + edit.replacement.length() - edit.range.length;
+        const std::size_t cursor =
+            std::min(moved(edit.cursorAfterLocation.value_or(edit.range.location +
+                                                             edit.replacement.length())),
+                     newLength);
+        if (edit.isPrimary)
+            afterSelection = {cursor, 0};
+        else
+            cursors.push_back(cursor);
+        TextSnapshot replacedText = before.slice(edit.range);
+        if (!(replacedText == edit.replacement)) {
+            snapshots.push_back({.replacementRange = {moved(edit.range.location), edit.range.length},
+                                 .replacedText = std::move(replacedText),
+                                 .insertedText = edit.replacement,
+                                 .beforeSelection = beforeSelection,
+                                 .beforeSecondaryCursorLocations = beforeCursors,
+                                 .beforeIsModified = beforeIsModified});
+            replacements.push_back({edit.range, edit.replacement});
+        }
+        inserted += edit.replacement.length();
+        removed += edit.range.length;
+    }
+
+    const std::size_t newLength = before.length() + inserted - removed;
+    afterSelection = clampedRange(afterSelection, newLength);
+    const CursorLocations afterCursors =
+        CursorLocations::normalised(std::move(cursors), newLength, afterSelection);
+    for (EditorUndoSnapshot& snapshot : snapshots) {
+        snapshot.afterSelection = afterSelection;
+        snapshot.afterSecondaryCursorLocations = afterCursors;
+    }
+    document().textStorage().apply(replacements);
+    dropPendingEdit();
+    activeTab().secondaryCursorLocations = afterCursors;
+    setSelectedRange(afterSelection);
+    if (!snapshots.empty()) {
+        document().history().recordGroup(std::move(snapshots), ClearRedo::yes,
+                                         services_.clock.now());
+        refreshAfterEdit();
+    }
+    scrollToVisible(selectedRange());
+}
+
+void EditorPane::undo()
+{
+    if (const EditorUndoGroup* group = document().history().undo())
+        applyGroup(*group, ReplayDirection::backwards);
+}
+
+void EditorPane::redo()
+{
+    if (const EditorUndoGroup* group = document().history().redo())
+        applyGroup(*group, ReplayDirection::forwards);
+}
+
+void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direction)
+{
+    const bool backwards = direction == ReplayDirection::backwards;
+    const EditorUndoSnapshot& state = backwards ? group.snapshots.front() : group.snapshots.back();
+    guard_ = Guard::applyingUndoRedo;
+    dropPendingEdit();
+    EditorDocument& changed = document();
+    {
+        const TextStorageBatch batch(changed.textStorage());
+        for (const std::vector<TextEdit>& edits : replayBatches(group, direction))
+            changed.textStorage().apply(edits);
+    }
+    EditorTab& tab = activeTab();
+    tab.selectedWordOccurrences.reset();
+    const TextRange selection = clampedRange(
+        backwards ? state.beforeSelection : state.afterSelection, text().length());
+    setSelectedRange(selection);
+    tab.selectedRange = selection;
+    setCursors(CursorLocations::normalised((backwards ? state.beforeSecondaryCursorLocations
+                                                      : state.afterSecondaryCursorLocations)
+                                               .offsets(),
+                                           text().length(), selection));
+    changed.isModified = backwards ? state.beforeIsModified : state.afterIsModified;
+    guard_ = Guard::none;
+    didChangeSelection();
+    scrollToVisible(selection);
+    if (view_)
+        view_->paneDidChangeTabs();
+    refreshStatus(changed.isModified ? u"modified" : u"");
+    changed.postDidChange(this, false);
+}
+
+void EditorPane::editorDocumentDidChange(EditorDocument& changed, const EditorPane* source,
+                                         bool needsStyling)
+{
+    if (source == this)
+        return;
+    if (view_)
+        view_->paneDidChangeTabs();
+    if (&changed != &document())
+        return;
+    setSelectedRanges(selectedRanges_);
+    setCursors(normalisedCursors(selectedRange()));
+    if (needsStyling && view_)
+        view_->paneDidShowDocument();
+    refreshStatus();
+}
+
+}  // namespace tavrel

@@ -1,0 +1,158 @@
+// The selection, the secondary cursors and the selected occurrences of a pane.
+
+#include "editor/EditorPane.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tavrel {
+
+void EditorPane::setSelectedRanges(std::vector<TextRange> ranges)
+{
+    for (TextRange& range : ranges)
+        range = clampedRange(range, text().length());
+    if (ranges.empty())
+        ranges.push_back({});
+    goalX_.reset();
+    selectedRanges_ = std::move(ranges);
+    if (hasSecondaryCursors())  // One of them may stand where the primary cursor now is.
+        activeTab().secondaryCursorLocations = normalisedCursors(selectedRange());
+    didChangeSelection();
+}
+
+void EditorPane::didChangeSelection()
+{
+    if (guard_ == Guard::none && view_)
+        view_->paneDidChangeSelection();
+}
+
+const std::vector<std::size_t>& EditorPane::secondaryCursorLocations() const
+{
+    return activeTab().secondaryCursorLocations.offsets();
+}
+
+std::vector<std::size_t> EditorPane::allCursorLocations() const
+{
+    return activeTab().secondaryCursorLocations.withPrimary(selectedRange().location,
+                                                            text().length());
+}
+
+CursorLocations EditorPane::normalisedCursors(TextRange primary) const
+{
+    return CursorLocations::normalised(secondaryCursorLocations(), text().length(), primary);
+}
+
+void EditorPane::setCursors(CursorLocations cursors)
+{
+    if (activeTab().secondaryCursorLocations.isEmpty() && cursors.isEmpty())
+        return;
+    activeTab().secondaryCursorLocations = std::move(cursors);
+    didChangeSelection();
+}
+
+void EditorPane::clearSecondaryCursors()
+{
+    setCursors({});
+}
+
+void EditorPane::storeCursors(std::vector<std::size_t> locations)
+{
+    setCursors(
+        CursorLocations::normalised(std::move(locations), text().length(), selectedRange()));
+    refreshStatus();
+}
+
+void EditorPane::toggleCursor(std::size_t offset)
+{
+    activeTab().selectedWordOccurrences.reset();
+    if (!selectedRange().isEmpty() || selectedRanges_.size() > 1)
+        setSelectedRange({selectedRange().location, 0});
+    const std::size_t place = std::min(offset, text().length());
+    std::vector<std::size_t> cursors = normalisedCursors(selectedRange()).offsets();
+    if (place != selectedRange().location) {
+        const auto known = std::find(cursors.begin(), cursors.end(), place);
+        if (known != cursors.end())
+            cursors.erase(known);
+        else
+            cursors.push_back(place);
+    }
+    storeCursors(std::move(cursors));
+}
+
+const SelectedWordOccurrences* EditorPane::validOccurrences()
+{
+    std::optional<SelectedWordOccurrences>& stored = activeTab().selectedWordOccurrences;
+    if (!stored || stored->word.empty())
+        return nullptr;
+    std::vector<TextRange> surviving = survivingOccurrences(text(), *stored);
+    if (surviving.empty())
+        return nullptr;
+    std::vector<TextRange> sorted = surviving;
+    std::vector<TextRange> selected = selectedRanges_;
+    std::sort(sorted.begin(), sorted.end());
+    std::sort(selected.begin(), selected.end());
+    if (sorted != selected) {
+        stored.reset();  // The user has selected something else by other means.
+        return nullptr;
+    }
+    stored->ranges = std::move(surviving);
+    return &*stored;
+}
+
+void EditorPane::showOccurrences(SelectedWordOccurrences occurrences, TextRange visible)
+{
+    EditorTab& tab = activeTab();
+    tab.selectedRange = occurrences.ranges.front();
+    tab.selectedWordOccurrences = occurrences;
+    setSelectedRanges(std::move(occurrences.ranges));
+    scrollToVisible(visible);
+}
+
+bool EditorPane::collapseOccurrences(std::int64_t direction)
+{
+    if (direction != 1 && direction != -1)
+        return false;
+    const SelectedWordOccurrences* occurrences = validOccurrences();
+    if (!occurrences)
+        return false;
+    std::vector<std::size_t> offsets;
+    for (const TextRange& range : occurrences->ranges)
+        offsets.push_back(direction == 1 ? range.end() : range.location);
+    activeTab().selectedWordOccurrences.reset();
+    setSelectedRange({offsets.front(), 0});
+    const std::size_t primary = offsets.front();
+    storeCursors(std::move(offsets));
+    scrollToVisible({primary, 0});
+    return true;
+}
+
+void EditorPane::setMarker(std::optional<std::size_t> marker)
+{
+    activeTab().marker = marker;
+    didChangeSelection();
+    refreshStatus();
+}
+
+void EditorPane::moveVertically(VerticalDirection direction, VerticalDistance distance)
+{
+    if (!view_)
+        return;
+    const RowLayout& layout = view_->rowLayout();
+    const std::size_t rowCount = distance == VerticalDistance::page ? layout.rowsPerPage() : 1;
+    const TextRange selection = selectedRange();
+    const std::size_t from =
+        direction == VerticalDirection::up ? selection.location : selection.end();
+    const double x = goalX_ ? *goalX_ : layout.xAt(from);
+    const std::size_t target = verticallyMoved(text(), layout, from, direction, rowCount, x);
+    setSelectedRange({target, 0});
+    goalX_ = x;
+    scrollToVisible({target, 0});
+}
+
+void EditorPane::scrollToVisible(TextRange range)
+{
+    if (view_)
+        view_->paneWantsVisible(range);
+}
+
+}  // namespace tavrel

@@ -1,0 +1,68 @@
+#include "editor/UndoReplay.h"
+
+#include <algorithm>
+#include <span>
+
+namespace tavrel {
+
+namespace {
+
+using Snapshots = std::span<const EditorUndoSnapshot>;
+
+/// How many snapshots at the start of `snapshots` were made strictly from left to right.
+std::size_t ascendingCount(Snapshots snapshots)
+{
+    std::size_t count = std::min<std::size_t>(snapshots.size(), 1);
+    while (count < snapshots.size() && snapshots[count].replacementRange.location >=
+                                           snapshots[count - 1].insertedRange().end())
+        ++count;
+    return count;
+}
+
+/// The snapshots of an ascending run lie in the text after it just as they were noted: what was
+/// replaced later stands further to the right and has moved none of them.
+std::vector<TextEdit> inverseEdits(Snapshots run)
+{
+    std::vector<TextEdit> edits;
+    edits.reserve(run.size());
+    for (const EditorUndoSnapshot& snapshot : run)
+        edits.push_back({snapshot.insertedRange(), snapshot.replacedText});
+    return edits;
+}
+
+/// Takes what the earlier replacements of the run have added off each location, which gives the
+/// coordinates before the whole run.
+std::vector<TextEdit> forwardEdits(Snapshots run)
+{
+    std::vector<TextEdit> edits;
+    edits.reserve(run.size());
+    std::size_t inserted = 0;
+    std::size_t removed = 0;
+    for (const EditorUndoSnapshot& snapshot : run) {
+        const TextRange range = snapshot.replacementRange;
+        edits.push_back({{range.location + removed - inserted, range.length}, snapshot.insertedText});
+        inserted += snapshot.insertedText.length();
+        removed += range.length;
+    }
+    return edits;
+}
+
+}  // namespace
+
+std::vector<std::vector<TextEdit>> replayBatches(const EditorUndoGroup& group,
+                                                 ReplayDirection direction)
+{
+    std::vector<std::vector<TextEdit>> batches;
+    Snapshots rest = group.snapshots;
+    while (!rest.empty()) {
+        const Snapshots run = rest.first(ascendingCount(rest));
+        batches.push_back(direction == ReplayDirection::backwards ? inverseEdits(run)
+                                                                  : forwardEdits(run));
+        rest = rest.subspan(run.size());
+    }
+    if (direction == ReplayDirection::backwards)
+        std::reverse(batches.begin(), batches.end());
+    return batches;
+}
+
+}  // namespace tavrel

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "highlight/SyntaxToken.h"
+#include "platform/TextRange.h"
+
+#include <cstddef>
+#include <span>
+#include <vector>
+
+namespace tavrel {
+
+/// The colouring of one stretch of text: which token paints which code units.
+///
+/// A value. Locations are UTF-16 code units from the start of the stretch. The runs cover it
+/// without gaps, and neighbours differ in their token, so equal colourings compare equal.
+class TokenRuns {
+public:
+    struct Run {
+        std::size_t length = 0;  // Code units, never 0.
+        SyntaxToken token = SyntaxToken::foreground;
+        bool operator==(const Run&) const = default;
+    };
+
+    /// A stretch of `length` code units, all of them `SyntaxToken::foreground`.
+    explicit TokenRuns(std::size_t length = 0);
+
+    /// Length of the stretch in code units.
+    std::size_t length() const { return length_; }
+
+    /// The token at `location`; at or past the end it is `SyntaxToken::foreground`. O(runs).
+    SyntaxToken tokenAt(std::size_t location) const;
+
+    /// In order. The view is valid until this object changes.
+    std::span<const Run> runs() const { return runs_; }
+
+    /// Paints `range`, clamped to the stretch, over what was there. Costs O(runs from `range` to
+    /// the end), so painting from left to right costs O(1) each time.
+    void paint(TextRange range, SyntaxToken token);
+
+    /// Makes the stretch longer by `length` units of `token`.
+    void append(std::size_t length, SyntaxToken token);
+
+    bool operator==(const TokenRuns&) const = default;
+
+private:
+    std::vector<Run> runs_;
+    std::size_t length_ = 0;  // The sum of the runs' lengths.
+};
+
+}  // namespace tavrel

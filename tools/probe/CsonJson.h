@@ -1,0 +1,15 @@
+#pragma once
+
+#include "config/cson/CSONError.h"
+#include "config/cson/CSONValue.h"
+#include "probe/ProbeJson.h"
+
+namespace tavrel::probe {
+
+/// The tree of any depth as JSON.
+Json jsonFromValue(const CSONValue& root);
+
+/// `{"error": {domain, code, message}}`.
+Json jsonFromError(const CSONError& error);
+
+}  // namespace tavrel::probe
