@@ -102,8 +102,7 @@ void EditorPane::showLoaded(const std::filesystem::path& path, LoadResult loaded
         return;
     }
     storeTabState();
-    auto document =
-        std::make_shared<EditorDocument>(standardised(path), std::move(loaded->text));
+    auto document = std::make_shared<EditorDocument>(standardised(path), std::move(loaded->text));
     document->diskStatus = loaded->status;
     const bool replacesEmptyTab = tabs_.size() == 1 && tabs_.front()->document->isEmpty();
     addTab(makeTab(std::move(document)));
