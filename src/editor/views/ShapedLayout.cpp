@@ -3,12 +3,17 @@
 #include "editor/views/EditorFont.h"
 #include "editor/views/ViewTheme.h"
 
+#include <QGlyphRun>
 #include <QPainter>
+#include <QRawFont>
 #include <QTextBoundaryFinder>
 #include <QTextOption>
 
+#include <unicode/ubidi.h>
+
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 
 namespace tavrel {
 
@@ -29,6 +34,55 @@ bool isForeign(char16_t before, char16_t after)
 QTextLine onlyLine(const QTextLayout& layout)
 {
     return layout.lineAt(0);
+}
+
+// The embedding level of each unit, odd where it is written from right to left. Empty where nothing
+// is.
+std::vector<UBiDiLevel> bidiLevels(const QString& text)
+{
+    const bool isPlain = std::none_of(text.begin(), text.end(), [](QChar unit) {
+        return unit.unicode() >= 0x0590 && (unit.isSurrogate() || unit.direction() != QChar::DirL);
+    });
+    if (isPlain)
+        return {};
+    const std::unique_ptr<UBiDi, decltype(&ubidi_close)> bidi(ubidi_open(), ubidi_close);
+    UErrorCode error = U_ZERO_ERROR;
+    ubidi_setPara(bidi.get(), reinterpret_cast<const UChar*>(text.utf16()),
+                  static_cast<std::int32_t>(text.size()), 0, nullptr, &error);
+    const UBiDiLevel* levels = ubidi_getLevels(bidi.get(), &error);
+    if (U_FAILURE(error) || !levels)
+        return {};
+    return {levels, levels + text.size()};
+}
+
+// Where the character from `start` to `end` begins and where it ends, in the direction it is read
+// in.
+RowSpan characterEdges(const QTextLine& line, const std::vector<UBiDiLevel>& levels, int start,
+                       int end)
+{
+    const auto level = [&levels](int at) { return levels.empty() ? 0 : levels.at(at) & 0x7F; };
+    const bool isReversed = level(start) % 2 == 1;
+    const bool startsRun = start > 0 ? level(start - 1) != level(start) : isReversed;
+    if (startsRun) {
+        // Where the direction changes the toolkit gives the place of the cursor, which is the far
+        // edge of the character before; the glyphs know where this one stands.
+        double left = 1e9;
+        double right = -1e9;
+        for (const QGlyphRun& run : line.glyphRuns(start, end - start)) {
+            const QList<QPointF> positions = run.positions();
+            const QList<QPointF> advances =
+                run.rawFont().advancesForGlyphIndexes(run.glyphIndexes());
+            for (qsizetype i = 0; i < std::min(positions.size(), advances.size()); ++i) {
+                left = std::min(left, positions[i].x());
+                right = std::max(right, positions[i].x() + advances[i].x());
+            }
+        }
+        if (left <= right)
+            return isReversed ? RowSpan{right, left} : RowSpan{left, right};
+    }
+    if (isReversed)
+        return {line.cursorToX(start), line.cursorToX(end - 1, QTextLine::Trailing)};
+    return {line.cursorToX(start), line.cursorToX(end)};
 }
 
 }  // namespace
@@ -143,10 +197,9 @@ RowHit ShapedLayout::hitAt(std::size_t row, double x) const
     int next = layout.nextCursorPosition(cell);
     if (next <= cell)
         next = length;
-    const double left = line.cursorToX(cell);
-    const double right = line.cursorToX(next);
-    const double width = right - left;
-    const double fraction = width == 0 ? 0.0 : std::clamp((x - left) / width, 0.0, 1.0);
+    const RowSpan edges = characterEdges(line, bidiLevels(layout.text()), cell, next);
+    const double width = edges.right - edges.left;
+    const double fraction = width == 0 ? 0.0 : std::clamp((x - edges.left) / width, 0.0, 1.0);
     return {start + static_cast<std::size_t>(cell), start + static_cast<std::size_t>(next),
             fraction};
 }
@@ -159,14 +212,14 @@ std::vector<RowSpan> ShapedLayout::spans(std::size_t row, std::size_t start, std
     if (from >= to || layout.lineCount() == 0)
         return {};
     const QTextLine line = onlyLine(layout);
+    const std::vector<UBiDiLevel> levels = bidiLevels(layout.text());
     std::vector<RowSpan> parts;
     for (int i = static_cast<int>(from); i < static_cast<int>(to);) {
         int next = layout.nextCursorPosition(i);
         if (next <= i)
             next = static_cast<int>(to);
-        const double a = line.cursorToX(i);
-        const double b = line.cursorToX(next);
-        parts.push_back({std::min(a, b), std::max(a, b)});
+        const RowSpan edges = characterEdges(line, levels, i, next);
+        parts.push_back({std::min(edges.left, edges.right), std::max(edges.left, edges.right)});
         i = next;
     }
     std::sort(parts.begin(), parts.end(),
