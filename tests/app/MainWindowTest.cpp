@@ -133,6 +133,7 @@ TEST_F(MainWindowTest, EditItemsAreCommandsOfThePane)
     action("Cut")->trigger();
     EXPECT_EQ(text(), u"");
     action("Paste")->trigger();
+    clock.advance(std::chrono::seconds(5));  // Later than what would be one step of undo.
     action("Paste")->trigger();
     EXPECT_EQ(text(), u"oneone");
     action("Undo")->trigger();

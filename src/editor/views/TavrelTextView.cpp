@@ -12,6 +12,9 @@ namespace {
 // With more changes at once than this, comparing row by row costs more than drawing them all.
 constexpr std::size_t maximumComparedChanges = 32;
 
+// How far the picture may move, in parts of the view's height, for what stays to be copied.
+constexpr double largestBlitPart = 0.75;
+
 // Where a location from before the changes is after them. What was replaced maps to its start.
 std::size_t mapped(std::size_t location, std::span<const TextChange> changes)
 {
@@ -223,7 +226,8 @@ void TavrelTextView::moveTo(ScrollOrigin origin)
     }
     const bool isWhole = moved && *moved == std::floor(*moved) &&
                          devicePixelRatioF() == std::floor(devicePixelRatioF());
-    if (!isWhole || std::abs(*moved) >= height()) {
+    // A move that leaves little in place is drawn anew in one piece: that is one picture, not two.
+    if (!isWhole || std::abs(*moved) > height() * largestBlitPart) {
         decorations_ = makeDecorations();
         update();
         if (delegate_)
