@@ -2,6 +2,9 @@
 
 #include "editor/DocumentFile.h"
 #include "editor/EditorDocument.h"
+#include "editor/EditorPaneDelegate.h"
+#include "editor/EditorPaneServices.h"
+#include "editor/EditorPaneView.h"
 #include "editor/EditorTab.h"
 #include "editor/MultiCursorEdit.h"
 #include "editor/UndoReplay.h"
@@ -12,7 +15,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,63 +22,6 @@
 #include <vector>
 
 namespace tavrel {
-
-class Clock;
-class EditorPane;
-class FileSystem;
-class MainQueue;
-class Pasteboard;
-class RowLayout;
-
-/// What a pane tells the view that shows it. All of it happens on the main thread.
-///
-/// Changes of the text itself reach the view as an observer of the document's `TextStorage`.
-class EditorPaneView {
-public:
-    virtual ~EditorPaneView() = default;
-
-    /// Another document is shown, or the same one in another state: everything is to be read anew.
-    virtual void paneDidShowDocument() = 0;
-    /// The selection, the secondary cursors, the occurrences or the marker may have changed.
-    virtual void paneDidChangeSelection() = 0;
-    /// Titles or modified marks of tabs have changed.
-    virtual void paneDidChangeTabs() = 0;
-    virtual void paneWantsVisible(TextRange range) = 0;
-    /// Where the view has scrolled to; stored in a tab that is no longer shown.
-    virtual ScrollOrigin scrollOrigin() const = 0;
-    virtual void setScrollOrigin(const ScrollOrigin& origin) = 0;
-    /// The rows of the text as the view lays them out, for vertical motion.
-    virtual const RowLayout& rowLayout() const = 0;
-};
-
-/// What a pane asks of whoever owns it. All of it happens on the main thread.
-class EditorPaneDelegate {
-public:
-    virtual ~EditorPaneDelegate() = default;
-    /// The pane's status text, or a message of one line that takes its place.
-    virtual void editorPaneDidSetStatus(EditorPane& pane, std::u16string_view text) = 0;
-    virtual void editorPaneDidBeep(EditorPane& pane) = 0;
-    /// Where to save a document that has no name; nothing when the user changes their mind.
-    virtual std::optional<std::filesystem::path>
-    editorPaneWantsSaveLocation(EditorPane& pane, const std::filesystem::path& proposed) = 0;
-    /// A command that goes beyond one pane ("find", "toggleTree", "editor1", …).
-    virtual void editorPaneDidMeetCommand(EditorPane& pane, const EditorCommand& command) = 0;
-};
-
-/// The objects a pane works with. It borrows all of them.
-struct EditorPaneServices {
-    const Clock& clock;
-    MainQueue& mainQueue;
-    FileSystem& fileSystem;
-    Pasteboard& pasteboard;
-};
-
-/// The preferences a pane follows.
-struct EditorPaneSettings {
-    int tabWidth = 2;
-    int columnWidth = 80;
-    bool autoSaveOnFocusLoss = true;
-};
 
 /// One editor column without its pixels: tabs, selection, cursors, the capture of edits for undo,
 /// and the commands. Every change of a document's text by the user passes through here.
