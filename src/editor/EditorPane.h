@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -27,7 +28,9 @@ namespace tavrel {
 /// and the commands. Every change of a document's text by the user passes through here.
 ///
 /// Main thread only. Offsets from outside are clamped. It never has fewer than one tab.
-class EditorPane final : public CommandTarget, private EditorDocumentObserver {
+class EditorPane final : public CommandTarget,
+                         private EditorDocumentObserver,
+                         private TextStorageObserver {
 public:
     explicit EditorPane(EditorPaneServices services, EditorPaneSettings settings = {});
     ~EditorPane() override;
@@ -156,6 +159,7 @@ private:
 
     std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
     void addTab(std::shared_ptr<EditorTab> tab);
+    void stopObserving(EditorDocument& observed);
     void showTab(std::size_t index);
     void storeTabState();
     void applyTabState();
@@ -174,9 +178,12 @@ private:
     void dropPendingEdit();
     void replaceInTextView(TextRange range, const TextSnapshot& replacement);
     void refreshAfterEdit();
+    /// Applies batches one after another. The cursors are left to the caller.
+    void changeText(std::span<const std::vector<TextEdit>> batches);
     void applyGroup(const EditorUndoGroup& group, ReplayDirection direction);
     void editorDocumentDidChange(EditorDocument& document, const EditorPane* source,
                                  bool needsStyling) override;
+    void storageDidChange(const TextStorage& storage, std::span<const TextChange> changes) override;
 
     void setStatus(std::u16string text);
     void refreshStatus(std::u16string_view word = {});
@@ -192,6 +199,10 @@ private:
     std::optional<double>
         goalX_;  // Where vertical motion wants to be, until another motion or edit.
     Guard guard_ = Guard::none;
+    bool isChangingText_ = false;  // The change under way is this pane's own.
+    /// The revision of the text at which the active tab's occurrences were found valid for the
+    /// selection as it is; absent where they have to be looked at again.
+    std::optional<std::uint64_t> occurrencesRevision_;
     std::optional<PendingEditorEdit> pendingEditorEdit_;
     std::optional<TextRange> pendingBeforeSelectionOverride_;
     std::optional<TextRange> pendingAfterSelectionOverride_;
