@@ -9,7 +9,8 @@ namespace tavrel {
 
 /// Carries out one edit for each cursor of `pane`, as one step. `makeEdit` takes the location of a
 /// cursor and gives its `MultiCursorEdit`; the one made for the primary location is the primary.
-template <typename MakeEdit> void applyAtEveryCursor(EditorPane& pane, MakeEdit makeEdit)
+template<typename MakeEdit>
+void applyAtEveryCursor(EditorPane& pane, MakeEdit makeEdit)
 {
     const std::size_t primary = pane.selectedRange().location;
     std::vector<ResolvedMultiCursorEdit> edits;
@@ -20,7 +21,8 @@ template <typename MakeEdit> void applyAtEveryCursor(EditorPane& pane, MakeEdit 
 
 /// Moves every cursor of `pane` to where `motion` takes its location, or the primary one alone; in
 /// that case any secondary ones are gone, and so is the selection.
-template <typename Motion> void moveCursors(EditorPane& pane, Motion motion)
+template<typename Motion>
+void moveCursors(EditorPane& pane, Motion motion)
 {
     const bool movesAll = pane.actsAtEveryCursor();
     std::vector<std::size_t> moved;

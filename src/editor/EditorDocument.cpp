@@ -7,7 +7,8 @@ namespace tavrel {
 
 EditorDocument::EditorDocument(std::optional<std::filesystem::path> fileUrl, TextSnapshot text)
     : url(std::move(fileUrl)), textStorage_(std::move(text))
-{}
+{
+}
 
 void EditorDocument::setText(const TextSnapshot& text)
 {

@@ -101,12 +101,16 @@ void EditorPane::showLoaded(const std::filesystem::path& path, LoadResult loaded
         setStatus(failureText(u"Could not open ", path, loaded.error()));
         return;
     }
-    storeTabState();
-    auto document =
-        std::make_shared<EditorDocument>(standardised(path), std::move(loaded->text));
+    auto document = std::make_shared<EditorDocument>(standardised(path), std::move(loaded->text));
     document->diskStatus = loaded->status;
-    const bool replacesEmptyTab = tabs_.size() == 1 && tabs_.front()->document->isEmpty();
-    addTab(makeTab(std::move(document)));
+    showDocument(std::move(document));
+}
+
+void EditorPane::showDocument(std::shared_ptr<EditorDocument> shown)
+{
+    storeTabState();
+    const bool replacesEmptyTab = tabs_.size() == 1 && document().isEmpty();
+    addTab(makeTab(std::move(shown)));
     showTab(tabs_.size() - 1);
     if (replacesEmptyTab)
         removeTab(0);

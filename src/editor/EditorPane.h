@@ -57,8 +57,8 @@ public:
     virtual void editorPaneDidSetStatus(EditorPane& pane, std::u16string_view text) = 0;
     virtual void editorPaneDidBeep(EditorPane& pane) = 0;
     /// Where to save a document that has no name; nothing when the user changes their mind.
-    virtual std::optional<std::filesystem::path> editorPaneWantsSaveLocation(
-        EditorPane& pane, const std::filesystem::path& proposed) = 0;
+    virtual std::optional<std::filesystem::path>
+    editorPaneWantsSaveLocation(EditorPane& pane, const std::filesystem::path& proposed) = 0;
     /// A command that goes beyond one pane ("find", "toggleTree", "editor1", …).
     virtual void editorPaneDidMeetCommand(EditorPane& pane, const EditorCommand& command) = 0;
 };
@@ -78,8 +78,8 @@ struct EditorPaneSettings {
     bool autoSaveOnFocusLoss = true;
 };
 
-/// One editor column without its pixels: tabs, selection, cursors, the capture of edits for undo, and
-/// the commands. Every change of a document's text by the user passes through here.
+/// One editor column without its pixels: tabs, selection, cursors, the capture of edits for undo,
+/// and the commands. Every change of a document's text by the user passes through here.
 ///
 /// Main thread only. Offsets from outside are clamped. It never has fewer than one tab.
 class EditorPane final : public CommandTarget, private EditorDocumentObserver {
@@ -109,6 +109,8 @@ public:
     /// Shows the file, reading it unless a tab of this pane has it. A failure leaves the pane as it
     /// is and sets the status text.
     void openLocation(const std::filesystem::path& path);
+    /// Shows a document that another pane has open, as one more view of it.
+    void showDocument(std::shared_ptr<EditorDocument> document);
     /// Shows a file that has been read elsewhere, or tells why it could not be.
     void showLoaded(const std::filesystem::path& path, LoadResult loaded);
     /// Closes a tab without asking; the last one leaves an empty tab in its place.
@@ -143,13 +145,13 @@ public:
     void storeCursors(std::vector<std::size_t> locations);
     /// Adds a cursor at `offset`, or takes the one there away.
     void toggleCursor(std::size_t offset);
-    /// The selected occurrences of a word, as far as the text and the selection still bear them out.
-    /// Null when there are none; valid until the pane changes.
+    /// The selected occurrences of a word, as far as the text and the selection still bear them
+    /// out. Null when there are none; valid until the pane changes.
     const SelectedWordOccurrences* validOccurrences();
     /// Selects the occurrences; the first is the main one. Shows `visible`.
     void showOccurrences(SelectedWordOccurrences occurrences, TextRange visible);
-    /// With occurrences selected and a direction of 1 or -1: puts cursors at their ends or starts in
-    /// place of the selection, and answers true.
+    /// With occurrences selected and a direction of 1 or -1: puts cursors at their ends or starts
+    /// in place of the selection, and answers true.
     bool collapseOccurrences(std::int64_t direction);
     void setMarker(std::optional<std::size_t> marker);
     /// Moves the primary cursor over rows of the layout, keeping its column.
@@ -162,8 +164,8 @@ public:
     /// where given; otherwise the cursor stands behind the new text.
     void replaceText(TextRange range, const TextSnapshot& replacement,
                      std::optional<TextRange> afterSelection = {});
-    /// Inserts at every cursor. False, with nothing done, when there is only one, or when `range` (the
-    /// selection, where absent) is not empty: then the secondary cursors are gone.
+    /// Inserts at every cursor. False, with nothing done, when there is only one, or when `range`
+    /// (the selection, where absent) is not empty: then the secondary cursors are gone.
     bool insertAtCursors(const TextSnapshot& text, std::optional<TextRange> range = {});
     /// Erases the unit before every cursor, under the same conditions.
     bool eraseAtCursors();
@@ -175,8 +177,8 @@ public:
     // Keys, input and commands.
 
     CommandDispatcher& commandDispatcher() { return commandDispatcher_; }
-    /// Offers a key to the key map. False: the key is ordinary input, and `keyDidInput` is to follow
-    /// once its text, if any, has been inserted.
+    /// Offers a key to the key map. False: the key is ordinary input, and `keyDidInput` is to
+    /// follow once its text, if any, has been inserted.
     bool keyDown(const KeyEvent& event);
     void keyDidInput(const KeyEvent& event);
     /// Inserts at every cursor, or in place of `replacementRange`, or of the selection.
@@ -242,7 +244,8 @@ private:
     std::vector<std::shared_ptr<EditorTab>> tabs_;  // Never empty.
     std::size_t activeTabIndex_ = 0;
     std::vector<TextRange> selectedRanges_{TextRange{}};  // The main one first; never empty.
-    std::optional<double> goalX_;  // Where vertical motion wants to be, until another motion or edit.
+    std::optional<double>
+        goalX_;  // Where vertical motion wants to be, until another motion or edit.
     Guard guard_ = Guard::none;
     std::optional<PendingEditorEdit> pendingEditorEdit_;
     std::optional<TextRange> pendingBeforeSelectionOverride_;

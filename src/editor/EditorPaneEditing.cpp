@@ -14,9 +14,9 @@ void EditorPane::textWillChange(TextRange range, const TextSnapshot& replacement
     if (guard_ != Guard::none)
         return;
     const TextRange changed = clampedRange(range, text().length());
-    const TextRange before = clampedRange(
-        std::exchange(pendingBeforeSelectionOverride_, {}).value_or(selectedRange()),
-        text().length());
+    const TextRange before =
+        clampedRange(std::exchange(pendingBeforeSelectionOverride_, {}).value_or(selectedRange()),
+                     text().length());
     pendingEditorEdit_ = PendingEditorEdit{
         .replacementRange = changed,
         .replacedText = text().slice(changed),
@@ -149,28 +149,29 @@ void EditorPane::applyEdits(std::vector<ResolvedMultiCursorEdit> edits, TextRang
     std::vector<EditorUndoSnapshot> snapshots;
     std::vector<std::size_t> cursors;
     TextRange afterSelection = beforeSelection;
-    std::size_t inserted = 0;  // By the edits so far; with `removed` it moves what lies behind them.
+    std::size_t inserted =
+        0;  // By the edits so far; with `removed` it moves what lies behind them.
     std::size_t removed = 0;
     for (const ResolvedMultiCursorEdit& edit : applied) {
         const auto moved = [&](std::size_t location) { return location + inserted - removed; };
         const std::size_t newLength =
             before.length() + inserted - removed + edit.replacement.length() - edit.range.length;
-        const std::size_t cursor =
-            std::min(moved(edit.cursorAfterLocation.value_or(edit.range.location +
-                                                             edit.replacement.length())),
-                     newLength);
+        const std::size_t cursor = std::min(moved(edit.cursorAfterLocation.value_or(
+                                                edit.range.location + edit.replacement.length())),
+                                            newLength);
         if (edit.isPrimary)
             afterSelection = {cursor, 0};
         else
             cursors.push_back(cursor);
         TextSnapshot replacedText = before.slice(edit.range);
         if (!(replacedText == edit.replacement)) {
-            snapshots.push_back({.replacementRange = {moved(edit.range.location), edit.range.length},
-                                 .replacedText = std::move(replacedText),
-                                 .insertedText = edit.replacement,
-                                 .beforeSelection = beforeSelection,
-                                 .beforeSecondaryCursorLocations = beforeCursors,
-                                 .beforeIsModified = beforeIsModified});
+            snapshots.push_back(
+                {.replacementRange = {moved(edit.range.location), edit.range.length},
+                 .replacedText = std::move(replacedText),
+                 .insertedText = edit.replacement,
+                 .beforeSelection = beforeSelection,
+                 .beforeSecondaryCursorLocations = beforeCursors,
+                 .beforeIsModified = beforeIsModified});
             replacements.push_back({edit.range, edit.replacement});
         }
         inserted += edit.replacement.length();
@@ -223,14 +224,14 @@ void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direct
     }
     EditorTab& tab = activeTab();
     tab.selectedWordOccurrences.reset();
-    const TextRange selection = clampedRange(
-        backwards ? state.beforeSelection : state.afterSelection, text().length());
+    const TextRange selection =
+        clampedRange(backwards ? state.beforeSelection : state.afterSelection, text().length());
     setSelectedRange(selection);
     tab.selectedRange = selection;
-    setCursors(CursorLocations::normalised((backwards ? state.beforeSecondaryCursorLocations
-                                                      : state.afterSecondaryCursorLocations)
-                                               .offsets(),
-                                           text().length(), selection));
+    setCursors(CursorLocations::normalised(
+        (backwards ? state.beforeSecondaryCursorLocations : state.afterSecondaryCursorLocations)
+            .offsets(),
+        text().length(), selection));
     changed.isModified = backwards ? state.beforeIsModified : state.afterIsModified;
     guard_ = Guard::none;
     didChangeSelection();

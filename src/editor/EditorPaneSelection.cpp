@@ -57,8 +57,7 @@ void EditorPane::clearSecondaryCursors()
 
 void EditorPane::storeCursors(std::vector<std::size_t> locations)
 {
-    setCursors(
-        CursorLocations::normalised(std::move(locations), text().length(), selectedRange()));
+    setCursors(CursorLocations::normalised(std::move(locations), text().length(), selectedRange()));
     refreshStatus();
 }
 

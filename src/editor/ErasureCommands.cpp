@@ -8,7 +8,8 @@ namespace tavrel {
 namespace {
 
 /// Erases the range that `rangeBefore` gives for each cursor, or for the selection's location.
-template <typename RangeBefore> void eraseRangesBefore(EditorPane& pane, RangeBefore rangeBefore)
+template<typename RangeBefore>
+void eraseRangesBefore(EditorPane& pane, RangeBefore rangeBefore)
 {
     pane.collapseOccurrences(1);
     const TextSnapshot text = pane.text();

@@ -6,8 +6,8 @@
 
 namespace tavrel {
 
-/// Where the text of the line at `location` begins: behind its leading blanks and tabs. A blank line
-/// gives the end of its content.
+/// Where the text of the line at `location` begins: behind its leading blanks and tabs. A blank
+/// line gives the end of its content.
 std::size_t lineStartOfText(const TextSnapshot& text, std::size_t location);
 
 /// Where the text of the line at `location` ends: before its trailing blanks and tabs. A blank line

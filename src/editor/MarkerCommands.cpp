@@ -19,7 +19,8 @@ void selectFromMarker(EditorPane& pane, const EditorCommand&)
         return;
     const std::size_t marker = std::min(*pane.activeTab().marker, pane.text().length());
     pane.setMarker(marker);
-    const auto [start, end] = std::minmax(marker, pane.selectedRange().location);
+    const std::size_t location = pane.selectedRange().location;
+    const auto [start, end] = std::minmax(marker, location);
     pane.setSelectedRange({start, end - start});
 }
 

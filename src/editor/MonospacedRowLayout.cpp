@@ -68,7 +68,8 @@ std::size_t MonospacedRowLayout::locationAt(TextRange row, double x) const
     std::size_t nearest = row.location;
     double nearestDistance = x;
     std::size_t column = 0;
-    for (const Character& character : charactersOf(text, {row.location, contentEnd - row.location})) {
+    for (const Character& character :
+         charactersOf(text, {row.location, contentEnd - row.location})) {
         column = columnBehind(column, character);
         const std::size_t edge = character.location + character.length;
         const double distance = std::abs(x - static_cast<double>(column));

@@ -30,8 +30,8 @@ ResolvedMultiCursorEdit emptyEditAt(std::size_t location, bool isPrimary);
 std::vector<ResolvedMultiCursorEdit> resolvedEdits(std::vector<MultiCursorEdit> edits,
                                                    std::size_t primaryLocation);
 
-/// The edits that are carried out, in the order of their places: clamped to the text, stably sorted,
-/// and without those that begin before the end of one kept earlier.
+/// The edits that are carried out, in the order of their places: clamped to the text, stably
+/// sorted, and without those that begin before the end of one kept earlier.
 std::vector<ResolvedMultiCursorEdit> applicableEdits(std::vector<ResolvedMultiCursorEdit> edits,
                                                      std::size_t textLength);
 

@@ -80,10 +80,12 @@ void copy(EditorPane& pane, const EditorCommand&)
 {
     Pasteboard& pasteboard = pane.services().pasteboard;
     const TextRange selection = pane.selectedRange();
-    if (!selection.isEmpty())
-        pasteboard.setContents({pane.text().text(selection), false});
-    else
+    if (selection.isEmpty()) {
         pasteboard.setContents({linesOfCursors(pane), true});
+        return;
+    }
+    pane.clearSecondaryCursors();
+    pasteboard.setContents({pane.text().text(selection), false});
 }
 
 void cut(EditorPane& pane, const EditorCommand& command)

@@ -58,8 +58,8 @@ public:
 
     void pushGroup(EditorUndoGroup group, ClearRedo clearRedo);
 
-    /// Moves the newest group to the redo stack and lets the caller see it. Null when there is none;
-    /// valid until the history changes.
+    /// Moves the newest group to the redo stack and lets the caller see it. Null when there is
+    /// none; valid until the history changes.
     const EditorUndoGroup* undo();
 
     /// Moves the group undone last back to the undo stack, closed to later edits.

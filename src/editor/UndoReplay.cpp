@@ -13,8 +13,8 @@ using Snapshots = std::span<const EditorUndoSnapshot>;
 std::size_t ascendingCount(Snapshots snapshots)
 {
     std::size_t count = std::min<std::size_t>(snapshots.size(), 1);
-    while (count < snapshots.size() && snapshots[count].replacementRange.location >=
-                                           snapshots[count - 1].insertedRange().end())
+    while (count < snapshots.size() &&
+           snapshots[count].replacementRange.location >= snapshots[count - 1].insertedRange().end())
         ++count;
     return count;
 }
@@ -40,7 +40,8 @@ std::vector<TextEdit> forwardEdits(Snapshots run)
     std::size_t removed = 0;
     for (const EditorUndoSnapshot& snapshot : run) {
         const TextRange range = snapshot.replacementRange;
-        edits.push_back({{range.location + removed - inserted, range.length}, snapshot.insertedText});
+        edits.push_back(
+            {{range.location + removed - inserted, range.length}, snapshot.insertedText});
         inserted += snapshot.insertedText.length();
         removed += range.length;
     }

@@ -25,7 +25,7 @@ PartClass partClass(char16_t unit)
 }
 
 /// Goes left from `location` for as long as `belongs` holds for the unit before it.
-template <typename Predicate>
+template<typename Predicate>
 std::size_t skipBackward(TextCursor& cursor, std::size_t location, Predicate belongs)
 {
     while (location > 0 && belongs(cursor.unitAt(location - 1)))
@@ -33,7 +33,7 @@ std::size_t skipBackward(TextCursor& cursor, std::size_t location, Predicate bel
     return location;
 }
 
-template <typename Predicate>
+template<typename Predicate>
 std::size_t skipForward(TextCursor& cursor, std::size_t location, std::size_t end,
                         Predicate belongs)
 {
@@ -59,8 +59,7 @@ TextRange wordRangeAt(const TextSnapshot& text, std::size_t location)
     if (!isInside && !isBehind)
         return {place, 0};
     const std::size_t start = skipBackward(cursor, place, isWordCharacter);
-    const std::size_t end =
-        isInside ? skipForward(cursor, place, length, isWordCharacter) : place;
+    const std::size_t end = isInside ? skipForward(cursor, place, length, isWordCharacter) : place;
     return {start, end - start};
 }
 
@@ -76,8 +75,7 @@ std::size_t wordBoundaryAfter(const TextSnapshot& text, std::size_t location)
 {
     TextCursor cursor(text);
     const std::size_t end = text.length();
-    const std::size_t word =
-        skipForward(cursor, std::min(location, end), end, isNoWordCharacter);
+    const std::size_t word = skipForward(cursor, std::min(location, end), end, isNoWordCharacter);
     return skipForward(cursor, word, end, isWordCharacter);
 }
 
@@ -107,8 +105,8 @@ TextRange wordPartBefore(const TextSnapshot& text, std::size_t location)
     if (partEnd == 0)
         return {0, end};
     const PartClass kind = partClass(cursor.unitAt(partEnd - 1));
-    std::size_t start = skipBackward(
-        cursor, partEnd, [kind](char16_t unit) { return partClass(unit) == kind; });
+    std::size_t start =
+        skipBackward(cursor, partEnd, [kind](char16_t unit) { return partClass(unit) == kind; });
     const bool hasCapitalBefore =
         start > 0 && partClass(cursor.unitAt(start - 1)) == PartClass::upper;
     if (kind == PartClass::lower && hasCapitalBefore)
