@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "app/EditorStyle.h"
 #include "app/FileLoader.h"
 #include "app/MainWindow.h"
 #include "app/ProgramOptions.h"
@@ -16,6 +17,7 @@
 #include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QLoggingCategory>
 #include <QPalette>
 #include <QPixmap>
 
@@ -130,7 +132,9 @@ int runApplication(const ProgramOptions& options, char* programName)
 
     int argumentCount = 1;
     char* arguments[] = {programName, nullptr};
-    QApplication::setStyle(QStringLiteral("fusion"));
+    QApplication::setStyle(new EditorStyle);  // The application owns it.
+    // Fonts that cannot show a text are reported once for each attempt; the text shows what is missing.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     QApplication application(argumentCount, arguments);
     QApplication::setApplicationName(QStringLiteral("tavrel-code"));
     QApplication::setDesktopFileName(QStringLiteral("tavrel-code"));
