@@ -85,13 +85,30 @@ std::size_t findWhere(const Unit* units, std::size_t count, std::size_t number, 
     return count;
 }
 
+// LFs and other breaks in one walk: this runs over every byte of a file that is read.
 template<class Unit>
 LineCounts countBoth(const Unit* units, std::size_t count)
 {
+    using Counter = std::conditional_t<sizeof(Unit) == 1, std::uint8_t, std::uint16_t>;
     LineCounts counts;
-    counts.lfs = countWhere(units, count, Unit(0), IsLf());
-    counts.hasOnlyLfs = countWhere(units, count, Unit(0), IsOtherBreak()) == 0;
-    counts.breaks = counts.hasOnlyLfs ? counts.lfs : countWhere(units, count, Unit(0), IsBreak());
+    std::size_t others = 0;
+    std::size_t i = 0;
+    for (; count - i >= stepUnits; i += stepUnits) {
+        Counter lfs = 0;
+        Counter other = 0;
+        for (std::size_t k = 0; k < stepUnits; ++k) {
+            lfs = static_cast<Counter>(lfs + IsLf()(units[i + k], Unit(0)));
+            other = static_cast<Counter>(other + IsOtherBreak()(units[i + k], Unit(0)));
+        }
+        counts.lfs += lfs;
+        others += other;
+    }
+    for (; i < count; ++i) {
+        counts.lfs += IsLf()(units[i], Unit(0));
+        others += IsOtherBreak()(units[i], Unit(0));
+    }
+    counts.hasOnlyLfs = others == 0;
+    counts.breaks = others == 0 ? counts.lfs : countWhere(units, count, Unit(0), IsBreak());
     return counts;
 }
 

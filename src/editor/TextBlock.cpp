@@ -39,8 +39,12 @@ void release(const TextBlock* block)
 {
     if (block->references_.fetch_sub(1, std::memory_order_acq_rel) != 1)
         return;
+    const bool isInSlab = block->isInSlab_;
     block->~TextBlock();
-    ::operator delete(const_cast<TextBlock*>(block));
+    if (isInSlab)
+        release(BlockSlab::holding(block));
+    else
+        ::operator delete(const_cast<TextBlock*>(block));
 }
 
 TextBlock::TextBlock(std::size_t length, bool isNarrow, std::size_t markCount)
@@ -55,11 +59,19 @@ std::size_t TextBlock::markOffset(std::size_t length, bool isNarrow)
     return sizeof(TextBlock) + (unitBytes + 1) / 2 * 2;
 }
 
-TextBlock* TextBlock::allocate(std::size_t length, bool isNarrow, std::size_t markCount)
+TextBlock* TextBlock::allocate(std::size_t length, bool isNarrow, std::size_t markCount,
+                               BlockMemory* memory)
 {
     assert(length > 0 && length <= maximumUnits);
     const std::size_t size = markOffset(length, isNarrow) + markCount * sizeof(RawByteMark);
-    return new (::operator new(size)) TextBlock(length, isNarrow, markCount);
+    const BlockMemory::Piece piece =
+        memory ? memory->allocate(size) : BlockMemory::Piece{::operator new(size), nullptr};
+    auto* block = new (piece.memory) TextBlock(length, isNarrow, markCount);
+    if (piece.slab) {
+        retain(piece.slab);
+        block->isInSlab_ = true;
+    }
+    return block;
 }
 
 RawByteMark* TextBlock::markData()
@@ -74,23 +86,27 @@ const RawByteMark* TextBlock::markData() const
 }
 
 SharedRef<const TextBlock> TextBlock::make(std::u16string_view units,
-                                           std::span<const RawByteMark> marks)
+                                           std::span<const RawByteMark> marks, BlockMemory* memory)
 {
-    const bool isNarrow = bitsOf(units.data(), units.size()) < 0x100;
-    TextBlock* block = allocate(units.size(), isNarrow, marks.size());
+    const unsigned bits = bitsOf(units.data(), units.size());
+    const bool isNarrow = bits < 0x100;
+    TextBlock* block = allocate(units.size(), isNarrow, marks.size(), memory);
     if (isNarrow)
         copyNarrowed(units.data(), units.size(), block->bytes());
     else
         std::copy(units.begin(), units.end(), block->wide());
     std::copy(marks.begin(), marks.end(), block->markData());
+    block->isAscii_ = bits < 0x80;
     block->countUnits();
     return SharedRef<const TextBlock>::adopt(block);
 }
 
-SharedRef<const TextBlock> TextBlock::makeAscii(std::span<const std::uint8_t> bytes)
+SharedRef<const TextBlock> TextBlock::makeAscii(std::span<const std::uint8_t> bytes,
+                                                BlockMemory* memory)
 {
-    TextBlock* block = allocate(bytes.size(), true, 0);
+    TextBlock* block = allocate(bytes.size(), true, 0, memory);
     std::memcpy(block->bytes(), bytes.data(), bytes.size());
+    block->isAscii_ = true;
     block->countUnits();
     return SharedRef<const TextBlock>::adopt(block);
 }
@@ -100,10 +116,14 @@ SharedRef<const TextBlock> TextBlock::join(std::span<const TextBlockPart> parts)
     std::size_t length = 0;
     std::size_t markCount = 0;
     bool isNarrow = true;
+    bool isAscii = true;
+    bool hasOnlyLfs = true;
     for (const TextBlockPart& part : parts) {
         length += part.length();
         markCount += part.block->marks(part.from, part.to).size();
         isNarrow = isNarrow && part.block->isNarrow();
+        isAscii = isAscii && part.block->isAscii();
+        hasOnlyLfs = hasOnlyLfs && part.block->hasOnlyLfs_;
     }
 
     std::vector<RawByteMark> marks;
@@ -129,14 +149,19 @@ SharedRef<const TextBlock> TextBlock::join(std::span<const TextBlockPart> parts)
         }
         return make({units.data(), units.size()}, marks);
     }
-    TextBlock* block = allocate(length, true, marks.size());
+    // A mark stands on a U+FFFD, so a narrow block has none.
+    TextBlock* block = allocate(length, true, 0, nullptr);
     std::uint8_t* target = block->bytes();
     for (const TextBlockPart& part : parts) {
         std::memcpy(target, part.block->bytes() + part.from, part.length());
         target += part.length();
     }
-    std::copy(marks.begin(), marks.end(), block->markData());
-    block->countUnits();
+    // What no part has the whole has not, which saves most edits a look at all units.
+    block->isAscii_ = isAscii || bitsOf(block->bytes(), length) < 0x80;
+    if (hasOnlyLfs)
+        block->lfs_ = block->breaks_ = static_cast<std::uint32_t>(countLfs(block->bytes(), length));
+    else
+        block->countUnits();
     return SharedRef<const TextBlock>::adopt(block);
 }
 
@@ -147,7 +172,6 @@ void TextBlock::countUnits()
     lfs_ = static_cast<std::uint32_t>(counts.lfs);
     breaks_ = static_cast<std::uint32_t>(counts.breaks);
     hasOnlyLfs_ = counts.hasOnlyLfs;
-    isAscii_ = isNarrow_ && bitsOf(bytes(), length_) < 0x80;
 }
 
 void TextBlock::copyUnits(std::size_t from, std::size_t to, char16_t* target) const

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/BlockMemory.h"
 #include "editor/LineBreaks.h"
 #include "editor/SharedRef.h"
 
@@ -39,11 +40,14 @@ class TextBlock {
 public:
     static constexpr std::size_t maximumUnits = 65536;
 
-    /// A block of `units` (1 to `maximumUnits`) and their marks, in the order of their offsets.
+    /// A block of `units` (1 to `maximumUnits`) and their marks, in the order of their offsets. It
+    /// lies in `memory`, else on the heap.
     static SharedRef<const TextBlock> make(std::u16string_view units,
-                                           std::span<const RawByteMark> marks = {});
+                                           std::span<const RawByteMark> marks = {},
+                                           BlockMemory* memory = nullptr);
     /// A block of bytes that are all below 0x80.
-    static SharedRef<const TextBlock> makeAscii(std::span<const std::uint8_t> bytes);
+    static SharedRef<const TextBlock> makeAscii(std::span<const std::uint8_t> bytes,
+                                                BlockMemory* memory = nullptr);
     /// A block of all parts in order, together 1 to `maximumUnits` units, with their marks.
     static SharedRef<const TextBlock> join(std::span<const TextBlockPart> parts);
 
@@ -90,7 +94,8 @@ private:
 
     TextBlock(std::size_t length, bool isNarrow, std::size_t markCount);
     ~TextBlock() = default;
-    static TextBlock* allocate(std::size_t length, bool isNarrow, std::size_t markCount);
+    static TextBlock* allocate(std::size_t length, bool isNarrow, std::size_t markCount,
+                               BlockMemory* memory);
     static std::size_t markOffset(std::size_t length, bool isNarrow);
     void countUnits();
 
@@ -110,6 +115,7 @@ private:
     bool isNarrow_;
     bool isAscii_ = false;
     bool hasOnlyLfs_ = true;
+    bool isInSlab_ = false;  // Else the block has its memory from the heap.
 };
 
 }  // namespace tavrel

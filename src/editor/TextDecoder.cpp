@@ -121,6 +121,7 @@ TextSnapshot TextDecoder::finish()
     flush();
     std::vector<TextTreeEntry> entries = std::move(entries_);
     entries_.clear();
+    memory_ = {};
     return TextSnapshot(rootOver(0, std::move(entries)));
 }
 
@@ -152,7 +153,7 @@ std::size_t TextDecoder::takeAscii(const std::uint8_t* bytes, std::size_t count)
 {
     std::size_t taken = 0;
     while (unitCount_ == 0 && count - taken >= blockSize_ && isAscii(bytes + taken, blockSize_)) {
-        entries_.push_back(entryOf(TextBlock::makeAscii({bytes + taken, blockSize_})));
+        entries_.push_back(entryOf(TextBlock::makeAscii({bytes + taken, blockSize_}, &memory_)));
         taken += blockSize_;
     }
     while (taken < count) {
@@ -212,7 +213,7 @@ void TextDecoder::flush()
 {
     if (unitCount_ == 0)
         return;
-    entries_.push_back(entryOf(TextBlock::make({units_.data(), unitCount_}, marks_)));
+    entries_.push_back(entryOf(TextBlock::make({units_.data(), unitCount_}, marks_, &memory_)));
     unitCount_ = 0;
     marks_.clear();
 }

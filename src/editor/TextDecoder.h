@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/BlockMemory.h"
 #include "editor/TextBlock.h"
 #include "editor/TextSnapshot.h"
 #include "editor/TextTree.h"
@@ -36,6 +37,7 @@ private:
     void flush();
 
     std::size_t blockSize_;
+    BlockMemory memory_;
     std::vector<TextTreeEntry> entries_;
     std::vector<char16_t> units_;  // Of the block that is being filled; as long as a block.
     std::size_t unitCount_ = 0;

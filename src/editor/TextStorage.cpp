@@ -78,17 +78,59 @@ void TextStorage::apply(std::span<const TextEdit> edits)
 {
     std::vector<TextEdit> mended;
     edits = wellFormed(edits, length(), mended);
-    std::vector<TextChange> changes = changesOf(edits);
-    if (changes.empty())
+    const auto isNothing = [](const TextEdit& edit) {
+        return edit.range.isEmpty() && edit.replacement.isEmpty();
+    };
+    if (std::all_of(edits.begin(), edits.end(), isNothing))
         return;
-    text_ = TextSnapshot(appliedEdits(text_.root(), edits, BlockSizes::ofMaximum(blockSize_),
-                                      InsertedTokens::dropped));
     ++revision_;
-    changes_.add(std::move(changes));
+    if (openBatches_ > 0 && edits.size() == 1) {
+        replaceLater(edits.front());
+    } else {
+        applyWaiting();
+        applyNow(edits);
+    }
     if (!painted_.isEmpty())
         painted_ = {0, length()};  // Its coordinates are of a text that is no more.
     if (openBatches_ == 0)
         notify();
+}
+
+// `edit` is in the coordinates of the text with all waiting edits applied.
+void TextStorage::replaceLater(const TextEdit& edit)
+{
+    const auto isRightOfAll = [&] {
+        return edit.range.location >= waiting_.back().range.end() + waitingGrowth_;
+    };
+    const auto isLeftOfAll = [&] { return edit.range.end() <= waiting_.back().range.location; };
+    if (waiting_.size() == 1)
+        waitLeftwards_ = !isRightOfAll();
+    if (!waiting_.empty() && !(waitLeftwards_ ? isLeftOfAll() : isRightOfAll()))
+        applyWaiting();
+
+    TextRange range = edit.range;
+    if (!waiting_.empty() && !waitLeftwards_)
+        range.location -= waitingGrowth_;
+    waiting_.push_back({range, edit.replacement});
+    waitingGrowth_ += edit.replacement.length() - range.length;
+}
+
+void TextStorage::applyWaiting() const
+{
+    if (waiting_.empty())
+        return;
+    if (waiting_.size() > 1 && waitLeftwards_)
+        std::reverse(waiting_.begin(), waiting_.end());
+    applyNow(waiting_);
+    waiting_.clear();
+    waitingGrowth_ = 0;
+}
+
+void TextStorage::applyNow(std::span<const TextEdit> edits) const
+{
+    text_ = TextSnapshot(appliedEdits(text_.root(), edits, BlockSizes::ofMaximum(blockSize_),
+                                      InsertedTokens::dropped));
+    changes_.add(changesOf(edits));
 }
 
 void TextStorage::beginEditing()
@@ -108,6 +150,7 @@ void TextStorage::setTokens(std::size_t location, const TokenRuns& runs)
     const TextRange range = clampedRange({location, runs.length()}, length());
     if (range.isEmpty())
         return;
+    applyWaiting();
     text_ = TextSnapshot(paintedTree(*text_.root(), range, runs));
     ++tokenRevision_;
     const std::size_t start = painted_.isEmpty() ? range.location : painted_.location;
@@ -129,6 +172,7 @@ void TextStorage::removeObserver(TextStorageObserver* observer)
 
 void TextStorage::notify()
 {
+    applyWaiting();
     const std::vector<TextChange> changes = changes_.take();
     const TextRange painted = clampedRange(std::exchange(painted_, {}), length());
     if (!changes.empty())

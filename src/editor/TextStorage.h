@@ -40,9 +40,14 @@ public:
     TextStorage(const TextStorage&) = delete;
     TextStorage& operator=(const TextStorage&) = delete;
 
-    /// The text as it is now. O(1).
-    const TextSnapshot& snapshot() const { return text_; }
-    std::size_t length() const { return text_.length(); }
+    /// The text as it is now. O(1), but for the edits of an open batch that wait to be applied.
+    const TextSnapshot& snapshot() const
+    {
+        if (!waiting_.empty())
+            applyWaiting();
+        return text_;
+    }
+    std::size_t length() const { return text_.length() + waitingGrowth_; }
 
     /// Grows with each change of the text, and of the tokens.
     std::uint64_t revision() const { return revision_; }
@@ -57,7 +62,9 @@ public:
     void apply(std::span<const TextEdit> edits);
 
     /// Between these, which nest, observers hear nothing; what happened reaches them at the end, as
-    /// one list of changes. Each edit is in the coordinates of the text at its moment.
+    /// one list of changes. Each edit is in the coordinates of the text at its moment. Many single
+    /// edits from left to right or from right to left, with no look at the snapshot in between,
+    /// cost no more than one batch of them.
     void beginEditing();
     void endEditing();
 
@@ -71,17 +78,26 @@ public:
     void removeObserver(TextStorageObserver* observer);
 
 private:
+    void replaceLater(const TextEdit& edit);
+    void applyNow(std::span<const TextEdit> edits) const;
+    void applyWaiting() const;
     void notify();
     template<class Tell>
     void tellObservers(Tell tell);
 
-    TextSnapshot text_;
+    // What single edits of a batch do is put off until somebody looks, which is no change that can
+    // be seen.
+    mutable TextSnapshot text_;
+    mutable TextChangeComposer changes_;     // Those that observers have not heard of.
+    mutable std::vector<TextEdit> waiting_;  // In the coordinates of `text_`; no overlaps.
+    mutable bool waitLeftwards_ = false;     // Each lies left of the one before it, not right.
+    mutable std::size_t waitingGrowth_ = 0;  // What they add to the length, modulo 2^64.
+
     std::size_t blockSize_;
     std::uint64_t revision_ = 0;
     std::uint64_t tokenRevision_ = 0;
     std::size_t openBatches_ = 0;
-    TextChangeComposer changes_;  // Those that observers have not heard of.
-    TextRange painted_;           // What they have not heard of either; empty for nothing.
+    TextRange painted_;  // What they have not heard of either; empty for nothing.
     std::vector<TextStorageObserver*> observers_;
 };
 

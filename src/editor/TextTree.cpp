@@ -71,12 +71,11 @@ TextTreePlace firstPlace(const TextNode& root, IsReached isReached)
         const TextTreeEntry* chosen = &entries.back();
         for (const TextTreeEntry& entry : entries) {
             const TextSummary with = before + entry.summary;
-            if (isReached(with)) {
+            if (&entry == &entries.back() || isReached(with)) {
                 chosen = &entry;
                 break;
             }
-            if (&entry != &entries.back())
-                before = with;
+            before = with;
         }
         if (chosen->block)
             return {chosen, before};

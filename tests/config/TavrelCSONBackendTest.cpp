@@ -1,4 +1,5 @@
 #include "config/cson/TavrelCSONBackend.h"
+#include "config/cson/JSONTreeReader.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -82,6 +83,49 @@ TEST(TavrelCSONBackend, ReadsNothingBehindTheEndOfTheText)
         // A copy of its own, so that a read past the end leaves the allocation.
         const std::vector<char> bytes(text.begin(), text.begin() + static_cast<long>(length));
         EXPECT_FALSE(TavrelCSONBackend::normalizedJSONFromCSON({bytes.data(), bytes.size()}));
+    }
+}
+
+// Every number of up to six characters of the alphabet that the token reader takes for one.
+TEST(TavrelCSONBackend, NumbersAreReadAsTheJSONReaderReadsThem)
+{
+    constexpr std::string_view alphabet = "-+.e09";
+    std::vector<std::string> written{"-", "0", "9"};
+    for (std::size_t i = 0; i < written.size(); ++i) {
+        const std::string text = written[i];
+        const auto tree = TavrelCSONBackend::parseCSON(text);
+        ASSERT_EQ(tree, readJSONTree(text)) << text;
+        if (tree) {
+            ASSERT_EQ(tree->isFloating(), readJSONTree(text)->isFloating()) << text;
+        }
+        for (std::size_t j = 0; text.size() < 6 && j < alphabet.size(); ++j)
+            written.push_back(text + alphabet[j]);
+    }
+}
+
+TEST(TavrelCSONBackend, LongNumbersAreReadAsTheJSONReaderReadsThem)
+{
+    for (const std::string text :
+         {"9223372036854775807", "9223372036854775808", "-9223372036854775808",
+          "-9223372036854775809", "18446744073709551615", "18446744073709551616", "1e308", "1e309",
+          "-1e309", "5e-324", "1e-400", "0.1", "123456789.123456789", "2.2250738585072011e-308",
+          "1.7976931348623159e308", "0e0", "-0", "-0.0", "0E-0"})
+        EXPECT_EQ(TavrelCSONBackend::parseCSON(text), readJSONTree(text)) << text;
+}
+
+TEST(TavrelCSONBackend, StringsAreReadAsTheJSONReaderReadsThem)
+{
+    for (int byte = 1; byte < 0x80; ++byte) {
+        for (const char* before : {"", "\\", "\xC3\xA9"}) {
+            const std::string text =
+                "{\"" + std::string(before) + static_cast<char>(byte) + "\": \"a\\\"\"}";
+            const auto json = TavrelCSONBackend::normalizedJSONFromCSON(text);
+            const auto tree = TavrelCSONBackend::parseCSON(text);
+            if (json)
+                EXPECT_EQ(tree, readJSONTree(*json)) << text;
+            else
+                EXPECT_EQ(tree, tl::make_unexpected(json.error())) << text;
+        }
     }
 }
 

@@ -88,6 +88,7 @@ TEST(ComposedChanges, LeadFromTheFirstTextToTheLast)
             return units;
         };
         const std::u16string before = freshUnits(200);
+        std::u16string plain = before;
         TextStorage storage(TextSnapshot(before), 32);
         Recorder recorder;
         storage.addObserver(&recorder);
@@ -95,6 +96,22 @@ TEST(ComposedChanges, LeadFromTheFirstTextToTheLast)
             const TextStorageBatch outer(storage);
             for (std::size_t i = random.number(40); i > 0; --i) {
                 const TextStorageBatch inner(storage);
+                // Runs of single edits, which wait for each other.
+                std::size_t place = random.number(storage.length());
+                const bool leftwards = random.number(1) == 0;
+                for (std::size_t k = random.number(8); k > 0; --k) {
+                    const TextRange range =
+                        clampedRange({place, random.number(3)}, storage.length());
+                    const std::u16string inserted = freshUnits(random.number(3));
+                    storage.replace(range, inserted);
+                    plain.replace(range.location, range.length, inserted);
+                    ASSERT_EQ(storage.length(), plain.size());
+                    place = leftwards ? range.location - std::min(range.location, random.number(6))
+                                      : range.location + inserted.size() + random.number(3);
+                }
+                if (random.number(1) == 0) {
+                    ASSERT_TRUE(storage.snapshot() == plain);
+                }
                 std::vector<TextEdit> edits;
                 std::size_t location = random.number(storage.length());
                 for (std::size_t k = random.number(4); k > 0 && location <= storage.length(); --k) {
@@ -104,10 +121,14 @@ TEST(ComposedChanges, LeadFromTheFirstTextToTheLast)
                     location = range.end() + random.number(9);
                 }
                 storage.apply(edits);
+                for (auto edit = edits.rbegin(); edit != edits.rend(); ++edit)
+                    plain.replace(edit->range.location, edit->range.length,
+                                  edit->replacement.text());
             }
             ASSERT_TRUE(recorder.lists.empty());
         }
         const std::u16string after = storage.snapshot().text();
+        ASSERT_EQ(after, plain);
         ASSERT_LE(recorder.lists.size(), 1U);
         if (recorder.lists.empty())
             ASSERT_EQ(after, before);

@@ -15,6 +15,10 @@ constexpr std::array engines{
     Engine{"chord", chordAdaptor},
     Engine{"cson", csonAdaptor},
     Engine{"edit", editAdaptor},
+    Engine{"ignore", ignoreAdaptor},
+    Engine{"linediff", lineDiffAdaptor},
+    Engine{"tree", treeAdaptor},
+    Engine{"walk", walkAdaptor},
 };
 
 Json errorAnswer(const std::string& why)

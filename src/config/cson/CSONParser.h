@@ -1,34 +1,31 @@
 #pragma once
 
+#include "config/cson/CSONOutput.h"
 #include "config/cson/CSONToken.h"
 #include "config/cson/CSONTokenReader.h"
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace tavrel {
 
-/// Turns CSON text into compact JSON text in one pass over its tokens, always one token ahead.
+/// Hands the one value that a CSON text holds to an output, in one pass over the tokens and always
+/// one token ahead.
 ///
 /// Made once per text and dropped when `parse` is done. Containers that are open stand on a stack
 /// of one byte each, so the depth of nesting is limited by memory alone. Throws `ParserError`.
 class CSONParser {
 public:
-    /// Borrows `input`, which must outlive the parser, and reads the first token.
-    explicit CSONParser(std::string_view input);
+    /// Borrows both, which must outlive the parser, and reads the first token.
+    CSONParser(std::string_view input, CSONOutput& output);
 
-    /// The JSON text of the one value that the input holds. Costs O(bytes).
-    std::string parse();
+    /// Costs O(bytes).
+    void parse();
 
 private:
-    // What is open, innermost last: an array is 0, an object `object`, with the two marks below.
-    using Frame = std::uint8_t;
-    static constexpr Frame object = 1;
-    static constexpr Frame shorthandUsed = 2;
-    static constexpr Frame hasMembers = 4;
-
+    // What is open, innermost last: an array, or an object with or without its shorthand.
+    enum class Frame : std::uint8_t { array, object, objectWithShorthand };
     // What stands next in the input.
     enum class Next { value, memberOrElement };
 
@@ -36,19 +33,14 @@ private:
     Next parseElement();
     Next parseMember();
     Next parseKeyOrShorthand();
-    void advance() { current_ = reader_.next(); }
-    void open(Frame frame, char bracket);
-    void close(CSONTokenKind bracket, const char* message, char written);
-    void writeSeparator();
-    void writeQuoted(const CSONToken& token);
-    void writeUnescaped(std::string_view text);
-    void writeByte(char byte);
+    void advance() { reader_.next(current_); }
+    void expect(CSONTokenKind kind, const char* message);
     [[noreturn]] static void fail(const char* message, const CSONToken& at);
 
     CSONTokenReader reader_;
+    CSONOutput& output_;
     CSONToken current_;
     std::vector<Frame> frames_;
-    std::string json_;
 };
 
 }  // namespace tavrel

@@ -69,6 +69,8 @@ CSONTokenKind kindOfPunctuation(char byte)
 
 CSONTokenKind kindOfWord(std::string_view word)
 {
+    if (word.size() != 4 && word.size() != 5)
+        return CSONTokenKind::Identifier;
     if (word == "true" || word == "false")
         return CSONTokenKind::Boolean;
     if (word == "null" || word == "none")
@@ -90,19 +92,22 @@ std::string characterAt(std::string_view text, std::size_t position)
 
 }  // namespace
 
-CSONToken CSONTokenReader::next()
+void CSONTokenReader::next(CSONToken& token)
 {
     skipBetweenTokens();
-    CSONToken token;
     token.line = line_;
     token.column = column();
-    if (position_ == input_.size())
-        return token;
+    token.isPlain = true;
+    token.text = {};
+    if (position_ == input_.size()) {
+        token.kind = CSONTokenKind::End;
+        return;
+    }
     const char byte = input_[position_];
-    if (byte == '"') {
-        readString(token);
-    } else if (isOf(byte, wordStartByte)) {
+    if (isOf(byte, wordStartByte)) {
         readWord(token);
+    } else if (byte == '"') {
+        readString(token);
     } else if (isOf(byte, numberStartByte)) {
         readNumber(token);
     } else {
@@ -111,25 +116,27 @@ CSONToken CSONTokenReader::next()
             failAtUnexpectedCharacter();
         ++position_;
     }
-    return token;
 }
 
 void CSONTokenReader::skipBetweenTokens()
 {
     while (position_ < input_.size()) {
         const char byte = input_[position_];
-        const char after = position_ + 1 < input_.size() ? input_[position_ + 1] : '\0';
         if (isOf(byte, spaceByte)) {
-            if (byte == '\n')
-                countLine(position_);
             ++position_;
-        } else if (byte == '#' || (byte == '/' && after == '/')) {
-            skipLineComment();
-        } else if (byte == '/' && after == '*') {
-            skipBlockComment();
-        } else {
-            return;
+            if (byte == '\n')
+                countLine(position_ - 1);
+            continue;
         }
+        if (byte != '#' && byte != '/')
+            return;
+        const char after = position_ + 1 < input_.size() ? input_[position_ + 1] : '\0';
+        if (byte == '#' || after == '/')
+            skipLineComment();
+        else if (after == '*')
+            skipBlockComment();
+        else
+            return;
     }
 }
 
@@ -156,8 +163,10 @@ void CSONTokenReader::readString(CSONToken& token)
     const std::size_t start = ++position_;
     const std::size_t size = input_.size();
     for (;;) {
-        while (position_ < size && !isOf(input_[position_], stringStopByte))
-            ++position_;
+        std::size_t stop = position_;
+        while (stop < size && !isOf(input_[stop], stringStopByte))
+            ++stop;
+        position_ = stop;
         if (position_ == size)
             throw ParserError("Unterminated string", line_, column());
         const char byte = input_[position_];
@@ -171,26 +180,31 @@ void CSONTokenReader::readString(CSONToken& token)
             countLine(position_);
         ++position_;
     }
-    token.text = input_.substr(start, position_ - start);
+    token.text = std::string_view(input_.data() + start, position_ - start);
     ++position_;
 }
 
 void CSONTokenReader::readNumber(CSONToken& token)
 {
-    const std::size_t start = position_++;
-    while (position_ < input_.size() && isOf(input_[position_], numberByte))
-        ++position_;
     token.kind = CSONTokenKind::Number;
-    token.text = input_.substr(start, position_ - start);
+    token.text = takeRun(numberByte);
 }
 
 void CSONTokenReader::readWord(CSONToken& token)
 {
-    const std::size_t start = position_++;
-    while (position_ < input_.size() && isOf(input_[position_], wordByte))
-        ++position_;
-    token.text = input_.substr(start, position_ - start);
+    token.text = takeRun(wordByte);
     token.kind = kindOfWord(token.text);
+}
+
+// The byte at `position_`, whatever it is, and those of `byteClass` behind it.
+std::string_view CSONTokenReader::takeRun(std::uint8_t byteClass)
+{
+    std::size_t end = position_ + 1;
+    while (end < input_.size() && isOf(input_[end], byteClass))
+        ++end;
+    const std::string_view run(input_.data() + position_, end - position_);
+    position_ = end;
+    return run;
 }
 
 void CSONTokenReader::countLine(std::size_t position)

@@ -14,9 +14,10 @@ class CSONTokenReader {
 public:
     explicit CSONTokenReader(std::string_view input) : input_(input) {}
 
-    /// The next token, behind whitespace and comments; `End` at the end of the input and from then
-    /// on. Throws `ParserError` on a byte that starts no token and on an unterminated string.
-    CSONToken next();
+    /// Makes `token` the next one, behind whitespace and comments; `End` at the end of the input
+    /// and from then on. Throws `ParserError` on a byte that starts no token and on an unterminated
+    /// string.
+    void next(CSONToken& token);
 
 private:
     void skipBetweenTokens();
@@ -25,6 +26,7 @@ private:
     void readString(CSONToken& token);
     void readNumber(CSONToken& token);
     void readWord(CSONToken& token);
+    std::string_view takeRun(std::uint8_t byteClass);
     /// The byte at `position` is a line feed that has been read.
     void countLine(std::size_t position);
     std::uint64_t column() const { return position_ - lineStart_ + 1; }

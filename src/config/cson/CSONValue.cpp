@@ -55,10 +55,16 @@ void sortByName(std::vector<CSONMember>& members)
     } else {
         for (auto next = members.begin(); next != members.end(); ++next) {
             const auto place = std::upper_bound(members.begin(), next, *next, isBefore);
-            std::rotate(place, next, next + 1);
+            if (place == next)
+                continue;
+            CSONMember moved = std::move(*next);
+            std::move_backward(place, next, next + 1);
+            *place = std::move(moved);
         }
     }
     const auto sameName = [](const CSONMember& a, const CSONMember& b) { return a.name == b.name; };
+    if (std::adjacent_find(members.begin(), members.end(), sameName) == members.end())
+        return;
     const auto first = std::unique(members.rbegin(), members.rend(), sameName).base();
     members.erase(members.begin(), first);
 }

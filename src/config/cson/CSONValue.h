@@ -38,11 +38,8 @@ public:
     CSONValue(const CSONValue& other) = default;
     CSONValue(CSONValue&& other) noexcept = default;  // Leaves `other` fit for assignment only.
     /// A value may be assigned one of its own parts: the part is taken before the whole is dropped.
-    CSONValue& operator=(CSONValue other) noexcept
-    {
-        value_ = std::move(other.value_);
-        return *this;
-    }
+    CSONValue& operator=(const CSONValue& other) { return *this = CSONValue(other); }
+    CSONValue& operator=(CSONValue&& other) noexcept = default;
 
     static CSONValue array(std::vector<CSONValue> elements);
     /// Of two members of one name the last one counts. Costs O(n log n).

@@ -1,13 +1,14 @@
 #include "config/cson/TavrelCSONBackend.h"
 
 #include "config/cson/CSONParser.h"
+#include "config/cson/CSONStrings.h"
+#include "config/cson/CSONTreeWriter.h"
 #include "config/cson/JSONTreeReader.h"
+#include "config/cson/JSONWriter.h"
 
-#include <unicode/utf8.h>
-
-#include <cstdint>
-#include <cstring>
 #include <exception>
+#include <optional>
+#include <utility>
 
 namespace tavrel {
 namespace {
@@ -16,36 +17,22 @@ constexpr const char* domain = "TavrelCSONBackend";
 constexpr int parseFailed = 1;
 constexpr int encodingFailed = 2;
 
-// Where the next byte of 0x80 or above stands, or the end.
-std::ptrdiff_t skipASCII(std::string_view text, std::ptrdiff_t position)
+std::string_view upToNUL(std::string_view text)
 {
-    const auto size = static_cast<std::ptrdiff_t>(text.size());
-    constexpr std::ptrdiff_t wordSize = sizeof(std::uint64_t);
-    while (size - position >= wordSize) {
-        std::uint64_t word = 0;
-        std::memcpy(&word, text.data() + position, wordSize);
-        if ((word & 0x8080808080808080U) != 0)
-            break;
-        position += wordSize;
-    }
-    while (position < size && static_cast<unsigned char>(text[position]) < 0x80)
-        ++position;
-    return position;
+    return text.substr(0, text.find('\0'));
 }
 
-bool isUTF8(std::string_view text)
-{
-    const auto size = static_cast<std::ptrdiff_t>(text.size());
-    std::ptrdiff_t position = skipASCII(text, 0);
-    while (position < size) {
-        UChar32 character = 0;
-        U8_NEXT(text.data(), position, size, character);
-        if (character < 0)
-            return false;
-        if (character < 0x80)
-            position = skipASCII(text, position);
-    }
-    return true;
+// The tree without the JSON text between: nothing where the text is malformed or where the JSON
+// reader might refuse what the normaliser makes of it.
+std::optional<CSONValue> undoubtedTree(std::string_view text)
+try {
+    CSONTreeWriter writer;
+    CSONParser(upToNUL(text), writer).parse();
+    if (writer.isInDoubt())
+        return std::nullopt;
+    return writer.takeTree();
+} catch (const std::exception&) {
+    return std::nullopt;
 }
 
 }  // namespace
@@ -53,7 +40,10 @@ bool isUTF8(std::string_view text)
 tl::expected<std::string, CSONError>
 TavrelCSONBackend::normalizedJSONFromCSON(std::string_view text)
 try {
-    std::string json = CSONParser(text.substr(0, text.find('\0'))).parse();
+    text = upToNUL(text);
+    JSONWriter writer(text.size());
+    CSONParser(text, writer).parse();
+    std::string json = writer.text();
     if (!isUTF8(json))
         return tl::unexpected(
             CSONError{domain, encodingFailed, "Unable to encode normalized JSON"});
@@ -66,6 +56,8 @@ try {
 
 tl::expected<CSONValue, CSONError> TavrelCSONBackend::parseCSON(std::string_view text)
 {
+    if (std::optional<CSONValue> tree = undoubtedTree(text))
+        return std::move(*tree);
     return normalizedJSONFromCSON(text).and_then(readJSONTree);
 }
 

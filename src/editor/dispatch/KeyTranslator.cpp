@@ -1,11 +1,11 @@
 #include "editor/dispatch/KeyTranslator.h"
 
+#include "platform/Unicode.h"
+#include "platform/Utf8.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <limits>
-#include <unicode/locid.h>
-#include <unicode/unistr.h>
 
 namespace tavrel {
 namespace {
@@ -67,40 +67,13 @@ std::string_view wordAtPosition(int keyCode)
                                                                       : std::string_view{};
 }
 
-bool isAscii(std::string_view text)
-{
-    return std::ranges::all_of(text,
-                               [](char unit) { return static_cast<unsigned char>(unit) < 0x80; });
-}
-
-std::string asciiLowerCased(std::string_view text)
-{
-    std::string result(text);
-    for (char& unit : result)
-        if (unit >= 'A' && unit <= 'Z')
-            unit = static_cast<char>(unit + ('a' - 'A'));
-    return result;
-}
-
-/// By the rules of Unicode and of no language. Bytes that are no UTF-8 come out as U+FFFD.
+/// Bytes that are no UTF-8 come out as U+FFFD.
 std::string lowerCased(std::string_view text)
 {
-    constexpr std::size_t longest = std::numeric_limits<std::int32_t>::max() / 4;
-    if (isAscii(text) || text.size() > longest)
-        return asciiLowerCased(text);
-    std::string result;
-    icu::UnicodeString::fromUTF8({text.data(), static_cast<std::int32_t>(text.size())})
-        .toLower(icu::Locale::getRoot())
-        .toUTF8String(result);
-    return result;
-}
-
-std::string utf8(std::u16string_view text)
-{
-    std::string result;
-    icu::UnicodeString(false, text.data(), static_cast<std::int32_t>(text.size()))
-        .toUTF8String(result);
-    return result;
+    const bool isPlain = std::ranges::all_of(text, [](char unit) {
+        return static_cast<unsigned char>(unit) < 0x80 && (unit < 'A' || unit > 'Z');
+    });
+    return isPlain ? std::string(text) : utf8FromUtf16(lowercased(utf16FromUtf8(text)));
 }
 
 std::vector<std::string_view> piecesBetweenPlus(std::string_view text)
@@ -132,7 +105,7 @@ std::optional<std::string> keyWord(const KeyEvent& event)
     if (text.size() == 1 && text[0] >= firstFunctionKeyCharacter &&
         text[0] <= lastFunctionKeyCharacter)
         return "f" + std::to_string(text[0] - firstFunctionKeyCharacter + 1);
-    return utf8(text);
+    return utf8FromUtf16(text);
 }
 
 /// The number of a function key word "f1" to "f19", or 0.
@@ -158,9 +131,8 @@ std::optional<char16_t> menuCharacter(std::string_view word)
     constexpr std::size_t longestUnit = 3;  // Bytes of UTF-8 that one code unit takes at most.
     if (word.size() > longestUnit)
         return std::nullopt;
-    const icu::UnicodeString text =
-        icu::UnicodeString::fromUTF8({word.data(), static_cast<std::int32_t>(word.size())});
-    return text.length() == 1 ? std::optional<char16_t>(text.charAt(0)) : std::nullopt;
+    const std::u16string text = utf16FromUtf8(word);
+    return text.size() == 1 ? std::optional<char16_t>(text[0]) : std::nullopt;
 }
 
 }  // namespace

@@ -8,8 +8,12 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
+#include <map>
 #include <optional>
+#include <random>
 #include <set>
+#include <string>
+#include <vector>
 
 namespace tavrel {
 namespace {
@@ -149,6 +153,88 @@ TEST(CommandDispatcher, ValuesMayNestDeeperThanTheStack)
     const EditorCommandList commands = CommandDispatcher::commandsFromValue(value);
     ASSERT_EQ(commands.size(), 1U);
     EXPECT_EQ(commands[0].name, "copy");
+}
+
+/// The dispatcher in its plainest form, which holds every beginning of every sequence.
+class PlainDispatcher {
+public:
+    void bind(const std::string& sequence, const std::string& name)
+    {
+        std::vector<std::string> chords = KeyTranslator::sequenceSplit(sequence);
+        if (chords.empty())
+            return;
+        names_[KeyTranslator::joinedSequence(chords)] = name;
+        for (chords.pop_back(); !chords.empty(); chords.pop_back())
+            beginnings_.insert(KeyTranslator::joinedSequence(chords));
+    }
+    /// "unbound", "pending", "beep", or the name that the chord runs.
+    std::string press(const std::string& chord)
+    {
+        const std::string broken = pending_;
+        const std::string first = follow(pending_.empty() ? chord : pending_ + "," + chord);
+        if (first != "unbound" || broken.empty())
+            return first;
+        const std::string second = follow(chord);
+        return second == "unbound" ? "beep" : second;
+    }
+
+private:
+    std::string follow(const std::string& candidate)
+    {
+        pending_.clear();
+        if (const auto found = names_.find(candidate); found != names_.end())
+            return found->second;
+        if (!beginnings_.contains(candidate))
+            return "unbound";
+        pending_ = candidate;
+        return "pending";
+    }
+
+    std::map<std::string, std::string> names_;
+    std::set<std::string> beginnings_;
+    std::string pending_;
+};
+
+std::string outcomeOf(CommandDispatcher& dispatcher, const std::string& chord)
+{
+    RecordingTarget target;
+    const bool isConsumed =
+        dispatcher.handleKeyEvent(press(std::u16string(chord.begin(), chord.end())), target);
+    if (!isConsumed)
+        return "unbound";
+    if (target.beeps > 0)
+        return "beep";
+    return target.ran.empty() ? "pending" : target.ran.front();
+}
+
+TEST(CommandDispatcher, AgreesWithAPlainTableOnRandomMaps)
+{
+    constexpr unsigned seed = 23;
+    std::mt19937 random(seed);
+    const std::vector<std::string> parts{"a", "b", "cmd+", "+", ",", ",", ",", "c"};
+    const std::vector<std::string> chords{"a", "b", "c", ",", "a,", ",a", "cmd+,", "cmd+a", "+"};
+    std::size_t pendings = 0;
+    for (int round = 0; round < 2'000; ++round) {
+        PlainDispatcher plain;
+        std::vector<KeyMapEntry> map;
+        for (int entry = 0; entry < 6; ++entry) {
+            std::string sequence;
+            for (std::size_t length = random() % 9; length > 0; --length)
+                sequence += parts[random() % parts.size()];
+            const std::string name = "command" + std::to_string(entry);
+            map.push_back({sequence, CSONValue(name)});
+            plain.bind(sequence, name);
+        }
+        CommandDispatcher dispatcher;
+        dispatcher.load(map);
+        for (int key = 0; key < 40; ++key) {
+            const std::string& chord = chords[random() % chords.size()];
+            const std::string expected = plain.press(chord);
+            ASSERT_EQ(outcomeOf(dispatcher, chord), expected) << "round " << round;
+            pendings += expected == "pending" ? 1 : 0;
+        }
+    }
+    EXPECT_GT(pendings, 1'000U);
 }
 
 TEST(EditorCommand, ReadsWholeNumbers)

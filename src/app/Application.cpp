@@ -1,0 +1,124 @@
+#include "app/Application.h"
+
+#include "app/FileLoader.h"
+#include "app/MainWindow.h"
+#include "app/ProgramOptions.h"
+#include "editor/dispatch/DefaultKeyMap.h"
+#include "editor/views/CodeEditorView.h"
+#include "editor/views/ViewTheme.h"
+#include "platform/Clock.h"
+#include "platform/PosixFileSystem.h"
+#include "platform/qt/QtMainQueue.h"
+#include "platform/qt/QtPasteboard.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QImage>
+#include <QPalette>
+#include <QPixmap>
+
+#include <cstdio>
+#include <memory>
+
+namespace tavrel {
+
+namespace {
+
+QPalette paletteOf(const ViewTheme& theme)
+{
+    const QColor panel = QColor::fromRgb(theme.panelBackground);
+    const QColor text = QColor::fromRgb(theme.foreground);
+    const QColor dim = QColor::fromRgb(theme.gutter);
+    const QColor selection = QColor::fromRgb(theme.selection);
+    QPalette palette(text, panel, panel.lighter(150), panel.darker(150), panel.lighter(120), text,
+                     QColor::fromRgb(theme.background));
+    palette.setColor(QPalette::Window, panel);
+    palette.setColor(QPalette::Highlight, selection);
+    palette.setColor(QPalette::HighlightedText, text);
+    palette.setColor(QPalette::ToolTipBase, panel);
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, dim);
+    palette.setColor(QPalette::Link, QColor::fromRgb(theme.color(SyntaxToken::link)));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+        palette.setColor(QPalette::Disabled, role, dim);
+    return palette;
+}
+
+// The one run of the program: what lives as long as its window.
+class ApplicationRun {
+public:
+    ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem)
+        : options_(options), loader_(loader),
+          window_({clock_, mainQueue_, fileSystem, pasteboard_}, options.size)
+    {
+        const std::vector<KeyMapEntry> keyMap = defaultKeyMapEntries();
+        window_.pane().commandDispatcher().load(keyMap);
+        window_.didPaintFirst = [this] {
+            hasPainted_ = true;
+            pictureIfStable();
+        };
+        showLoaded();
+        if (!loader_.isFinished())
+            loader_.setNotify([this] { mainQueue_.post([this] { showLoaded(); }); });
+        window_.show();
+    }
+
+    ~ApplicationRun() { loader_.setNotify(nullptr); }
+
+private:
+    void showLoaded()
+    {
+        while (std::optional<FileLoader::Loaded> loaded = loader_.takeNext())
+            window_.pane().showLoaded(loaded->path, std::move(loaded->result));
+        pictureIfStable();
+    }
+
+    void pictureIfStable()
+    {
+        if (!options_.screenshot || !hasPainted_ || !loader_.isFinished() || isPictureDue_)
+            return;
+        isPictureDue_ = true;
+        mainQueue_.post([this] { writePicture(); });
+    }
+
+    void writePicture()
+    {
+        const QString name =
+            QFile::decodeName(QByteArray::fromStdString(options_.screenshot->native()));
+        const bool isWritten = window_.grab().save(name, "PNG");
+        if (!isWritten)
+            std::fprintf(stderr, "tavrel-code: could not write %s\n", options_.screenshot->c_str());
+        QCoreApplication::exit(isWritten ? 0 : 1);
+    }
+
+    const ProgramOptions& options_;
+    FileLoader& loader_;
+    SteadyClock clock_;
+    QtMainQueue mainQueue_;
+    QtPasteboard pasteboard_;
+    MainWindow window_;
+    bool hasPainted_ = false;
+    bool isPictureDue_ = false;
+};
+
+}  // namespace
+
+int runApplication(const ProgramOptions& options, char* programName)
+{
+    // The files are read while the toolkit starts, which takes as long as reading tens of
+    // megabytes.
+    PosixFileSystem fileSystem;
+    FileLoader loader(fileSystem, options.files);
+
+    int argumentCount = 1;
+    char* arguments[] = {programName, nullptr};
+    QApplication::setStyle(QStringLiteral("fusion"));
+    QApplication application(argumentCount, arguments);
+    QApplication::setApplicationName(QStringLiteral("tavrel-code"));
+    QApplication::setDesktopFileName(QStringLiteral("tavrel-code"));
+    QApplication::setPalette(paletteOf(ViewTheme{}));
+    const ApplicationRun run(options, loader, fileSystem);
+    return QApplication::exec();
+}
+
+}  // namespace tavrel

@@ -1,0 +1,210 @@
+#include "app/MainWindow.h"
+
+#include "app/QtModalDialogs.h"
+#include "app/StatusLine.h"
+#include "editor/views/CodeEditorView.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QMenu>
+
+#include <algorithm>
+
+namespace tavrel {
+
+namespace {
+
+constexpr int smallestWidth = 860;
+constexpr int smallestHeight = 560;
+
+QString qtText(std::u16string_view text)
+{
+    return QStringView(text).toString();
+}
+
+}  // namespace
+
+MainWindow::MainWindow(EditorPaneServices services, WindowSize size)
+    : pane_(std::make_unique<EditorPane>(services)),
+      dialogs_(std::make_unique<QtModalDialogs>(this)), menuBar_(new QMenuBar(this)),
+      editorView_(new CodeEditorView(*pane_, this)),
+      statusLine_(new StatusLine(editorView_->textView().theme(), this))
+{
+    setWindowTitle(QStringLiteral("Tavrel Code"));
+    setMinimumSize(smallestWidth, smallestHeight);
+    buildMenus();
+    resize(std::max(size.width, smallestWidth), std::max(size.height, smallestHeight));
+    pane_->setDelegate(this);
+    statusLine_->setText(pane_->statusText());
+    editorView_->textView().menuShortcut = [this](const QKeyEvent& event) {
+        return runMenuShortcut(event);
+    };
+    editorView_->setFocus();
+}
+
+MainWindow::~MainWindow()
+{
+    pane_->setDelegate(nullptr);
+    delete editorView_;  // Its pane is gone before the other children are.
+}
+
+void MainWindow::setModalDialogs(std::unique_ptr<ModalDialogs> dialogs)
+{
+    dialogs_ = std::move(dialogs);
+}
+
+// --- Menus
+
+void MainWindow::buildMenus()
+{
+    QMenu* menu = nullptr;
+    for (const MenuItem& item : menuTable) {
+        if (!menu || menu->title() != qtText(item.menu))
+            menu = menuBar_->addMenu(qtText(item.menu));
+        if (item.action == MenuAction::separator) {
+            menu->addSeparator();
+            continue;
+        }
+        QAction* action = menu->addAction(qtText(item.title));
+        action->setShortcut(QKeySequence(qtText(item.shortcut)));
+        connect(action, &QAction::triggered, this, [this, &item] { performMenuItem(item); });
+    }
+}
+
+void MainWindow::performMenuItem(const MenuItem& item)
+{
+    switch (item.action) {
+    case MenuAction::separator:
+        break;
+    case MenuAction::openFile:
+        openFiles();
+        break;
+    case MenuAction::saveFile:
+        pane_->save();
+        break;
+    case MenuAction::saveFileAs:
+        pane_->saveAs();
+        break;
+    case MenuAction::quit:
+        close();
+        break;
+    case MenuAction::command:
+        pane_->runCommand(EditorCommand{std::string(item.command), {}});
+        break;
+    }
+}
+
+bool MainWindow::runMenuShortcut(const QKeyEvent& event)
+{
+    const QKeySequence pressed(event.keyCombination());
+    for (const MenuItem& item : menuTable) {
+        if (!item.shortcut.empty() && QKeySequence(qtText(item.shortcut)) == pressed) {
+            performMenuItem(item);
+            return true;
+        }
+    }
+    return false;
+}
+
+void MainWindow::openFiles()
+{
+    const auto& url = pane_->document().url;
+    const std::filesystem::path folder = url ? url->parent_path() : std::filesystem::path();
+    for (const std::filesystem::path& path : dialogs_->filesToOpen(folder)) {
+        pane_->openLocation(path);
+        const auto& opened = pane_->document().url;
+        if (opened && opened->filename() == path.filename())
+            statusLine_->setText(u"Opened " +
+                                 QString::fromStdString(path.filename().string()).toStdU16String());
+    }
+}
+
+// --- Window
+
+void MainWindow::resizeEvent(QResizeEvent*)
+{
+    arrange();
+}
+
+void MainWindow::arrange()
+{
+    const int menuHeight = menuBar_->sizeHint().height();
+    const int statusTop = height() - StatusLine::lineHeight;
+    menuBar_->setGeometry(0, 0, width(), menuHeight);
+    editorView_->setGeometry(0, menuHeight, width(), statusTop - menuHeight);
+    statusLine_->setGeometry(0, statusTop, width(), StatusLine::lineHeight);
+}
+
+bool MainWindow::event(QEvent* event)
+{
+    const bool result = QWidget::event(event);
+    if (event->type() == QEvent::UpdateRequest && didPaintFirst) {
+        const auto notify = std::exchange(didPaintFirst, nullptr);
+        notify();
+    }
+    return result;
+}
+
+void MainWindow::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    const bool hasLostFocus = event->type() == QEvent::ActivationChange && !isActiveWindow();
+    if (hasLostFocus && !isClosing_ && pane_->settings().autoSaveOnFocusLoss)
+        pane_->autosave();
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    isClosing_ = true;
+    const bool closes = confirmsClosing();
+    isClosing_ = false;
+    event->setAccepted(closes);
+}
+
+// Nothing that was typed is lost without a word: what has a file is saved, the rest is asked about.
+bool MainWindow::confirmsClosing()
+{
+    for (std::size_t index = 0; index < pane_->tabs().size(); ++index) {
+        const std::shared_ptr<EditorDocument> document = pane_->tabs()[index]->document;
+        if (!document->isModified)
+            continue;
+        pane_->selectTab(index);
+        if (document->url && pane_->settings().autoSaveOnFocusLoss)
+            pane_->autosave();
+        if (!document->isModified)
+            continue;
+        const Alert alert{u"Close " + documentName(*document),
+                          u"This tab has unsaved changes.",
+                          {u"Close", u"Cancel"}};
+        if (dialogs_->ask(alert) != 0)
+            return false;
+    }
+    return true;
+}
+
+// --- The pane's wishes
+
+void MainWindow::editorPaneDidSetStatus(EditorPane&, std::u16string_view text)
+{
+    statusLine_->setText(text);
+}
+
+void MainWindow::editorPaneDidBeep(EditorPane&)
+{
+    QApplication::beep();
+}
+
+std::optional<std::filesystem::path>
+MainWindow::editorPaneWantsSaveLocation(EditorPane&, const std::filesystem::path& proposed)
+{
+    return dialogs_->saveLocation(proposed);
+}
+
+void MainWindow::editorPaneDidMeetCommand(EditorPane&, const EditorCommand&)
+{
+    // Commands beyond one pane belong to parts of the window that this one does not have.
+}
+
+}  // namespace tavrel

@@ -1,0 +1,70 @@
+#pragma once
+
+#include "app/MenuTable.h"
+#include "app/ModalDialogs.h"
+#include "app/ProgramOptions.h"
+#include "editor/EditorPane.h"
+
+#include <QKeySequence>
+#include <QMenuBar>
+#include <QWidget>
+
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string_view>
+
+namespace tavrel {
+
+class CodeEditorView;
+class StatusLine;
+
+/// The main window: a menu bar, one editor column and the status line.
+class MainWindow final : public QWidget, private EditorPaneDelegate {
+public:
+    /// What `services` names is borrowed and outlives the window.
+    MainWindow(EditorPaneServices services, WindowSize size);
+    ~MainWindow() override;
+
+    EditorPane& pane() { return *pane_; }
+    CodeEditorView& editorView() { return *editorView_; }
+    StatusLine& statusLine() { return *statusLine_; }
+    QMenuBar& menuBar() { return *menuBar_; }
+
+    /// The dialogs to ask through; the toolkit's own unless a test gives others.
+    void setModalDialogs(std::unique_ptr<ModalDialogs> dialogs);
+
+    void performMenuItem(const MenuItem& item);
+
+    /// Called once after the window has been drawn for the first time. May be empty.
+    std::function<void()> didPaintFirst;
+
+protected:
+    bool event(QEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void buildMenus();
+    void arrange();
+    void openFiles();
+    bool confirmsClosing();
+    bool runMenuShortcut(const QKeyEvent& event);
+
+    void editorPaneDidSetStatus(EditorPane& pane, std::u16string_view text) override;
+    void editorPaneDidBeep(EditorPane& pane) override;
+    std::optional<std::filesystem::path>
+    editorPaneWantsSaveLocation(EditorPane& pane, const std::filesystem::path& proposed) override;
+    void editorPaneDidMeetCommand(EditorPane& pane, const EditorCommand& command) override;
+
+    std::unique_ptr<EditorPane> pane_;
+    std::unique_ptr<ModalDialogs> dialogs_;
+    QMenuBar* menuBar_;
+    CodeEditorView* editorView_;
+    StatusLine* statusLine_;
+    bool isClosing_ = false;
+};
+
+}  // namespace tavrel

@@ -1,0 +1,150 @@
+#include "editor/views/CodeEditorView.h"
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace tavrel {
+
+namespace {
+
+constexpr int rangeDelayMilliseconds = 100;
+
+int clampedToInt(std::size_t value)
+{
+    return static_cast<int>(
+        std::min<std::size_t>(value, static_cast<std::size_t>(std::numeric_limits<int>::max())));
+}
+
+}  // namespace
+
+CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent)
+    : QWidget(parent), pane_(pane), textView_(new TavrelTextView(pane, nullptr, this)),
+      lineNumberGutterView_(new EditorLineNumberGutterView(*textView_, this)),
+      scrollBar_(new EditorScrollBar(textView_->theme(), this))
+{
+    setFocusProxy(textView_);
+    rangeTimer_.setSingleShot(true);
+    rangeTimer_.setInterval(rangeDelayMilliseconds);
+    connect(&rangeTimer_, &QTimer::timeout, this, [this] { updateRange(); });
+    connect(scrollBar_, &QAbstractSlider::valueChanged, this,
+            [this](int value) { scrollBarMoved(value); });
+    textView_->setDelegate(this);
+    pane_.setView(this);
+}
+
+CodeEditorView::~CodeEditorView()
+{
+    pane_.setView(nullptr);
+    // The children go while this object still is whole.
+    textView_->setDelegate(nullptr);
+    delete lineNumberGutterView_;
+    delete textView_;
+}
+
+int CodeEditorView::preferredWidth() const
+{
+    const double width = textView_->columnLimit() + 52.0 + EditorScrollBar::thickness;
+    return static_cast<int>(std::ceil(width));
+}
+
+void CodeEditorView::resizeEvent(QResizeEvent*)
+{
+    arrange();
+    updateRange();
+}
+
+void CodeEditorView::arrange()
+{
+    const int gutter = std::min(lineNumberGutterView_->preferredWidth(), width());
+    const int bar = std::min(EditorScrollBar::thickness, width() - gutter);
+    lineNumberGutterView_->setGeometry(0, 0, gutter, height());
+    textView_->setGeometry(gutter, 0, width() - gutter - bar, height());
+    scrollBar_->setGeometry(width() - bar, 0, bar, height());
+}
+
+void CodeEditorView::paneDidShowDocument()
+{
+    textView_->showDocument();
+    arrange();
+    updateRange();
+}
+
+void CodeEditorView::paneDidChangeSelection()
+{
+    textView_->refreshDecorations();
+}
+
+void CodeEditorView::paneWantsVisible(TextRange range)
+{
+    textView_->scrollToVisible(range);
+}
+
+void CodeEditorView::setScrollOrigin(const ScrollOrigin& origin)
+{
+    textView_->setScrollOrigin(origin);
+}
+
+void CodeEditorView::textViewDidChangeRows()
+{
+    lineNumberGutterView_->refresh();
+    if (lineNumberGutterView_->preferredWidth() != lineNumberGutterView_->width())
+        arrange();
+    showPosition();
+    if (!rangeTimer_.isActive())
+        rangeTimer_.start();
+}
+
+void CodeEditorView::textViewDidScroll(int dy)
+{
+    lineNumberGutterView_->scrolled(dy);
+    showPosition();
+}
+
+void CodeEditorView::textViewDidBecomeFirstResponder()
+{
+    if (didBecomeActive)
+        didBecomeActive();
+}
+
+void CodeEditorView::updateRange()
+{
+    const ViewRows& rows = textView_->rows();
+    const std::size_t last = rows.estimate(textView_->scrolling().end().location);
+    isShowingPosition_ = true;
+    scrollBar_->setRange(0, clampedToInt(last));
+    scrollBar_->setPageStep(clampedToInt(rows.rowsPerPage()));
+    isShowingPosition_ = false;
+    showPosition();
+}
+
+void CodeEditorView::showPosition()
+{
+    // A thumb that is held stays where the mouse has it.
+    if (scrollBar_->isSliderDown())
+        return;
+    isShowingPosition_ = true;
+    scrollBar_->setValue(clampedToInt(textView_->rows().estimate(scrollOrigin().location)));
+    isShowingPosition_ = false;
+}
+
+void CodeEditorView::scrollBarMoved(int value)
+{
+    if (isShowingPosition_)
+        return;
+    // A step of the bar is a row; only a thumb that is dragged goes by the estimate.
+    const int shown = clampedToInt(textView_->rows().estimate(scrollOrigin().location));
+    const int step = std::max(scrollBar_->pageStep(), 1);
+    if (!scrollBar_->isSliderDown() && std::abs(value - shown) <= step) {
+        textView_->scrollBy((value - shown) * textView_->editorFont().rowHeight());
+        return;
+    }
+    if (value == scrollBar_->maximum()) {
+        textView_->setScrollOrigin(textView_->scrolling().end());
+        return;
+    }
+    textView_->setScrollOrigin(
+        {textView_->rows().locationOfEstimate(static_cast<std::size_t>(value)), 0});
+}
+
+}  // namespace tavrel

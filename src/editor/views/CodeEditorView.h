@@ -1,0 +1,64 @@
+#pragma once
+
+#include "editor/EditorPane.h"
+#include "editor/views/EditorLineNumberGutterView.h"
+#include "editor/views/EditorScrollBar.h"
+#include "editor/views/TavrelTextView.h"
+
+#include <QTimer>
+#include <QWidget>
+
+namespace tavrel {
+
+/// One editor column on the screen: the gutter, the text view and its scroll bar, showing a pane.
+///
+/// The scroll bar counts in estimated rows, since the true number would need the whole text to be
+/// laid out: the ends of its range are exact, what lies between is near.
+class CodeEditorView final : public QWidget, public EditorPaneView, private TavrelTextViewDelegate {
+public:
+    /// The pane is borrowed and outlives the view, which becomes the pane's view.
+    explicit CodeEditorView(EditorPane& pane, QWidget* parent = nullptr);
+    ~CodeEditorView() override;
+
+    EditorPane& pane() { return pane_; }
+    TavrelTextView& textView() { return *textView_; }
+    EditorLineNumberGutterView& lineNumberGutterView() { return *lineNumberGutterView_; }
+    EditorScrollBar& scrollBar() { return *scrollBar_; }
+
+    /// The width at which `columnWidth` columns fit, in logical pixels.
+    int preferredWidth() const;
+
+    /// Called when this column becomes the one that takes keys. May be empty.
+    std::function<void()> didBecomeActive;
+
+    // EditorPaneView
+    void paneDidShowDocument() override;
+    void paneDidChangeSelection() override;
+    void paneDidChangeTabs() override {}
+    void paneWantsVisible(TextRange range) override;
+    ScrollOrigin scrollOrigin() const override { return textView_->scrollOrigin(); }
+    void setScrollOrigin(const ScrollOrigin& origin) override;
+    const RowLayout& rowLayout() const override { return textView_->rows(); }
+
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
+private:
+    void textViewDidChangeRows() override;
+    void textViewDidScroll(int dy) override;
+    void textViewDidBecomeFirstResponder() override;
+
+    void arrange();
+    void showPosition();
+    void updateRange();
+    void scrollBarMoved(int value);
+
+    EditorPane& pane_;
+    TavrelTextView* textView_;
+    EditorLineNumberGutterView* lineNumberGutterView_;
+    EditorScrollBar* scrollBar_;
+    QTimer rangeTimer_;  // The range follows the text a moment later: no key waits for it.
+    bool isShowingPosition_ = false;
+};
+
+}  // namespace tavrel

@@ -1,0 +1,155 @@
+#pragma once
+
+#include "editor/EditorPane.h"
+#include "editor/TextStorage.h"
+#include "editor/views/EditorFont.h"
+#include "editor/views/TextSelection.h"
+#include "editor/views/ViewDecorations.h"
+#include "editor/views/ViewRows.h"
+#include "editor/views/ViewScroll.h"
+#include "editor/views/ViewTheme.h"
+
+#include <QBasicTimer>
+#include <QWidget>
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+#include <vector>
+
+namespace tavrel {
+
+/// Who moves and draws together with a text view.
+class TavrelTextViewDelegate {
+public:
+    virtual ~TavrelTextViewDelegate() = default;
+    /// The rows in sight are others, or show other text.
+    virtual void textViewDidChangeRows() = 0;
+    /// The picture has moved by `dy` pixels; what came into sight is to be drawn.
+    virtual void textViewDidScroll(int dy) = 0;
+    /// The view has become the one that takes keys.
+    virtual void textViewDidBecomeFirstResponder() = 0;
+};
+
+/// Shows the text of a pane's active tab, and turns keys, input methods and the mouse into calls of
+/// the pane. Draws the cursors itself; they do not blink.
+///
+/// What it shows is kept as rows and rectangles; a change is followed by drawing the difference.
+/// No event costs time in proportion to the text.
+class TavrelTextView final : public QWidget, private TextStorageObserver {
+public:
+    /// The pane is borrowed and outlives the view. `delegate` may be null.
+    TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent);
+    ~TavrelTextView() override;
+
+    void setDelegate(TavrelTextViewDelegate* delegate) { delegate_ = delegate; }
+
+    /// Reads everything of the pane anew.
+    void showDocument();
+    void refreshDecorations();
+    void scrollToVisible(TextRange range);
+
+    const ScrollOrigin& scrollOrigin() const { return origin_; }
+    void setScrollOrigin(ScrollOrigin origin);
+    void scrollBy(double distance);
+
+    const ViewRows& rows() const { return rows_; }
+    std::span<const VisibleRow> visibleRows() const { return visible_; }
+    const EditorFont& editorFont() const { return font_; }
+    const ViewTheme& theme() const { return theme_; }
+    const ViewDecorations& decorations() const { return decorations_; }
+    ViewScroll scrolling() const;
+
+    /// The width that `columnWidth` columns take, in logical pixels.
+    double columnLimit() const;
+    void setColumnWidth(int columns);
+    void setFieldLayout(bool isFieldLayout);
+
+    /// Where a click at `point` puts the cursor, in the view's coordinates.
+    std::size_t offsetAt(QPointF point) const;
+    /// The rectangle of a cursor at `location`, or nothing where that is out of sight.
+    std::optional<QRectF> cursorRectAt(std::size_t location) const;
+
+    /// Sees every key before the pane does; true ends the matter. May be empty.
+    std::function<bool(const KeyEvent&)> keyInterceptor;
+    /// Offered each chord that the pane does not know before it is taken as text, so that a menu's
+    /// shortcuts come last. May be empty.
+    std::function<bool(const QKeyEvent&)> menuShortcut;
+
+    /// Whether keys go to this view as soon as its window has them.
+    bool isFirstResponder() const;
+
+    QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+    bool focusNextPrevChild(bool next) override;
+    void focusInEvent(QFocusEvent* event) override;
+    void focusOutEvent(QFocusEvent* event) override;
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void wheelEvent(QWheelEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    // The left edge of the text, and the room kept free to the right of it.
+    static constexpr double linePadding = 5.0;
+    static constexpr double cursorWidth = 2.0;
+
+    void storageDidChange(const TextStorage& storage, std::span<const TextChange> changes) override;
+    void storageDidChangeTokens(const TextStorage& storage, TextRange range) override;
+
+    void observe(TextStorage* storage);
+    void updateWrap();
+    void layOutAll();
+    void moveTo(ScrollOrigin origin);
+    void repaintChangedRows(const std::vector<VisibleRow>& before,
+                            std::span<const TextChange> changes);
+    void setDecorations(ViewDecorations decorations);
+    ViewDecorations makeDecorations() const;
+    DecorationMetrics decorationMetrics() const;
+    QRect rowRect(const VisibleRow& row) const;
+
+    void paintRow(QPainter& painter, const VisibleRow& row, const QRect& clip) const;
+    void paintPreedit(QPainter& painter) const;
+
+    bool handleUnboundKey(const QKeyEvent& event, const KeyEvent& key);
+    void insertTyped(const QKeyEvent& event, const KeyEvent& key);
+    void extendSelection(std::size_t head);
+
+    void beginDrag(const QMouseEvent& event);
+    void dragTo(QPointF point);
+
+    EditorPane& pane_;
+    TavrelTextViewDelegate* delegate_;
+    ViewTheme theme_;
+    EditorFont font_;
+    ViewRows rows_;
+    TextStorage* storage_ = nullptr;            // The one observed, of the pane's active document.
+    std::shared_ptr<EditorDocument> document_;  // Keeps `storage_` alive.
+    int columnWidth_;
+    bool isFieldLayout_ = false;
+
+    ScrollOrigin origin_;
+    std::vector<VisibleRow> visible_;  // As drawn, or about to be.
+    ViewDecorations decorations_;      // Likewise.
+    QString preedit_;
+
+    SelectionDrag drag_;
+    bool isDragging_ = false;
+    QPointF dragPoint_;
+    QBasicTimer autoscrollTimer_;
+    int clickCount_ = 0;
+    ulong clickTime_ = 0;
+    QPointF clickPoint_;
+    double wheelRest_ = 0;
+};
+
+}  // namespace tavrel

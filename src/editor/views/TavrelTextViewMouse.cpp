@@ -1,0 +1,129 @@
+#include "editor/views/TavrelTextView.h"
+
+#include <QGuiApplication>
+#include <QMouseEvent>
+#include <QStyleHints>
+#include <QTimerEvent>
+#include <QWheelEvent>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tavrel {
+
+namespace {
+
+constexpr double rowsPerWheelStep = 3;
+constexpr double anglePerWheelStep = 120;
+constexpr int autoscrollMilliseconds = 30;
+constexpr double clickSlop = 5;
+
+}  // namespace
+
+void TavrelTextView::wheelEvent(QWheelEvent* event)
+{
+    double distance = -event->pixelDelta().y();
+    if (event->pixelDelta().isNull()) {
+        const double steps = event->angleDelta().y() / anglePerWheelStep;
+        distance = -steps * rowsPerWheelStep * font_.rowHeight();
+    }
+    // Only whole pixels move the picture without drawing it anew; what is left waits for the next.
+    wheelRest_ += distance;
+    const double whole = std::trunc(wheelRest_);
+    wheelRest_ -= whole;
+    if (whole != 0)
+        scrollBy(whole);
+    event->accept();
+}
+
+void TavrelTextView::mousePressEvent(QMouseEvent* event)
+{
+    pane_.clearLastActionWasTyping();
+    if (event->button() != Qt::LeftButton)
+        return;
+    const bool isNear = (event->position() - clickPoint_).manhattanLength() < clickSlop;
+    const auto interval =
+        static_cast<ulong>(QGuiApplication::styleHints()->mouseDoubleClickInterval());
+    const bool isSoon = event->timestamp() - clickTime_ <= interval;
+    clickCount_ = clickCount_ == 2 && isNear && isSoon ? 3 : 1;
+    beginDrag(*event);
+}
+
+void TavrelTextView::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    pane_.clearLastActionWasTyping();
+    if (event->button() != Qt::LeftButton)
+        return;
+    clickCount_ = 2;
+    beginDrag(*event);
+}
+
+void TavrelTextView::beginDrag(const QMouseEvent& event)
+{
+    clickTime_ = event.timestamp();
+    clickPoint_ = event.position();
+    setFocus(Qt::MouseFocusReason);
+    const std::size_t location = offsetAt(event.position());
+    if (event.modifiers() & Qt::ControlModifier) {
+        pane_.toggleCursor(location);
+        return;
+    }
+    pane_.clearSecondaryCursors();
+    const TextSnapshot& text = rows_.text();
+    if (clickCount_ == 1 && (event.modifiers() & Qt::ShiftModifier)) {
+        if (drag_.range() != pane_.selectedRange())
+            drag_ = SelectionDrag::extending(pane_.selectedRange(), location);
+        pane_.setSelectedRange(drag_.movedTo(text, location));
+    } else {
+        const SelectionUnit unit = clickCount_ == 1   ? SelectionUnit::character
+                                   : clickCount_ == 2 ? SelectionUnit::word
+                                                      : SelectionUnit::line;
+        drag_ = SelectionDrag(text, location, unit);
+        pane_.setSelectedRange(drag_.range());
+    }
+    isDragging_ = true;
+}
+
+void TavrelTextView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!isDragging_)
+        return;
+    dragPoint_ = event->position();
+    dragTo(dragPoint_);
+    const bool isOutside = dragPoint_.y() < 0 || dragPoint_.y() >= height();
+    if (isOutside && !autoscrollTimer_.isActive())
+        autoscrollTimer_.start(autoscrollMilliseconds, this);
+    else if (!isOutside)
+        autoscrollTimer_.stop();
+}
+
+void TavrelTextView::dragTo(QPointF point)
+{
+    point.setY(std::clamp(point.y(), 0.0, std::max(height() - 1.0, 0.0)));
+    const TextRange range = drag_.movedTo(rows_.text(), offsetAt(point));
+    if (range != pane_.selectedRange())
+        pane_.setSelectedRange(range);
+}
+
+void TavrelTextView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() != Qt::LeftButton)
+        return;
+    isDragging_ = false;
+    autoscrollTimer_.stop();
+}
+
+void TavrelTextView::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != autoscrollTimer_.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    // The farther the mouse is outside, the faster: a row for each row's height.
+    const double beyond = dragPoint_.y() < 0 ? dragPoint_.y() : dragPoint_.y() - height() + 1;
+    const double rowCount = std::clamp(beyond / font_.rowHeight(), -20.0, 20.0);
+    scrollBy((rowCount < 0 ? std::floor(rowCount) : std::ceil(rowCount)) * font_.rowHeight());
+    dragTo(dragPoint_);
+}
+
+}  // namespace tavrel
