@@ -12,9 +12,9 @@ struct Engine {
 };
 
 constexpr std::array engines{
-    Engine{"chord", chordAdaptor},
-    Engine{"cson", csonAdaptor},
-    Engine{"edit", editAdaptor},
+    Engine{"chord", chordAdaptor},       Engine{"cson", csonAdaptor},
+    Engine{"edit", editAdaptor},         Engine{"mode", modeAdaptor},
+    Engine{"settings", settingsAdaptor}, Engine{"theme", themeAdaptor},
 };
 
 Json errorAnswer(const std::string& why)

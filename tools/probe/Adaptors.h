@@ -14,6 +14,9 @@ namespace tavrel::probe {
 Json chordAdaptor(ProbeRequest& request);
 Json csonAdaptor(ProbeRequest& request);
 Json editAdaptor(ProbeRequest& request);
+Json modeAdaptor(ProbeRequest& request);
+Json settingsAdaptor(ProbeRequest& request);
+Json themeAdaptor(ProbeRequest& request);
 
 /// Answers one request; the answer to a request that names no engine, or that its adaptor cannot
 /// read, is `{"error": why}`. Never throws but when memory ends.
