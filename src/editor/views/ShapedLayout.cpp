@@ -299,7 +299,7 @@ void ShapedLayout::paint(QPainter& painter, std::size_t row, QPointF topLeft, Ro
 
 std::size_t ShapedLayout::memoryBytes() const
 {
-    constexpr std::size_t bytesPerShapedUnit = 64;  // As measured: glyphs, attributes, engine.
+    constexpr std::size_t bytesPerShapedUnit = 64;  // Glyphs, attributes: rather too many.
     return SegmentLayout::memoryBytes() + text_.size() * bytesPerShapedUnit +
            rows_.size() * sizeof(QTextLayout) * 8;
 }
