@@ -6,6 +6,7 @@
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "editor/views/CodeEditorView.h"
 #include "editor/views/ViewTheme.h"
+#include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/qt/QtMainQueue.h"
@@ -49,7 +50,7 @@ class ApplicationRun {
 public:
     ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem)
         : options_(options), loader_(loader),
-          window_({clock_, mainQueue_, fileSystem, pasteboard_}, options.size)
+          window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_}, options.size)
     {
         const std::vector<KeyMapEntry> keyMap = defaultKeyMapEntries();
         window_.pane().commandDispatcher().load(keyMap);
@@ -96,6 +97,7 @@ private:
     SteadyClock clock_;
     QtMainQueue mainQueue_;
     QtPasteboard pasteboard_;
+    LocalCalendar calendar_;
     MainWindow window_;
     bool hasPainted_ = false;
     bool isPictureDue_ = false;

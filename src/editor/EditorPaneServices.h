@@ -2,6 +2,7 @@
 
 namespace tavrel {
 
+class Calendar;
 class Clock;
 class FileSystem;
 class MainQueue;
@@ -13,6 +14,7 @@ struct EditorPaneServices {
     MainQueue& mainQueue;
     FileSystem& fileSystem;
     Pasteboard& pasteboard;
+    const Calendar& calendar;
 };
 
 /// The preferences a pane follows.
