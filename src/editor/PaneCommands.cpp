@@ -2,6 +2,7 @@
 
 #include "editor/CaseCommands.h"
 #include "editor/CommentCommands.h"
+#include "editor/CompletionCommands.h"
 #include "editor/DuplicateCommands.h"
 #include "editor/EditorPane.h"
 #include "editor/ErasureCommands.h"
@@ -67,6 +68,7 @@ constexpr std::array paneCommands{
     PaneCommand{"timestamp", timestamp},
     PaneCommand{"selectAll", selectAll},
     PaneCommand{"sortLines", sortLines},
+    PaneCommand{"autocomplete", autocomplete},
 };
 
 }  // namespace

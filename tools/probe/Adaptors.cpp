@@ -12,13 +12,10 @@ struct Engine {
 };
 
 constexpr std::array engines{
-    Engine{"chord", chordAdaptor},
-    Engine{"cson", csonAdaptor},
-    Engine{"edit", editAdaptor},
-    Engine{"ignore", ignoreAdaptor},
-    Engine{"linediff", lineDiffAdaptor},
-    Engine{"tree", treeAdaptor},
-    Engine{"walk", walkAdaptor},
+    Engine{"chord", chordAdaptor},   Engine{"complete", completeAdaptor},
+    Engine{"cson", csonAdaptor},     Engine{"edit", editAdaptor},
+    Engine{"ignore", ignoreAdaptor}, Engine{"linediff", lineDiffAdaptor},
+    Engine{"tree", treeAdaptor},     Engine{"walk", walkAdaptor},
 };
 
 Json errorAnswer(const std::string& why)
