@@ -2,6 +2,7 @@
 
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "editor/views/CodeEditorView.h"
+#include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
@@ -46,7 +47,7 @@ std::u16string ideographs(std::size_t length)
 class Shown {
 public:
     explicit Shown(const std::u16string& text)
-        : pane({clock, mainQueue, fileSystem, pasteboard}), view(pane)
+        : pane({clock, mainQueue, fileSystem, pasteboard, calendar}), view(pane)
     {
         pane.commandDispatcher().load(defaultKeyMapEntries());
         pane.document().textStorage().replace({0, 0}, text);
@@ -69,6 +70,7 @@ public:
     ManualMainQueue mainQueue{clock};
     PosixFileSystem fileSystem;
     MemoryPasteboard pasteboard;
+    FixedCalendar calendar;
     EditorPane pane;
     CodeEditorView view;
 };

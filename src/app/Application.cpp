@@ -7,6 +7,7 @@
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "editor/views/CodeEditorView.h"
 #include "editor/views/ViewTheme.h"
+#include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/PrivateFolder.h"
@@ -67,7 +68,7 @@ public:
         : options_(options), loader_(loader),
           privateFolder_(PrivateFolder::create(fileSystem, environmentPath("XDG_RUNTIME_DIR"),
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
-          window_({clock_, mainQueue_, fileSystem, pasteboard_, pathOf(privateFolder_)},
+          window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_)},
                   options.size)
     {
         const std::vector<KeyMapEntry> keyMap = defaultKeyMapEntries();
@@ -115,6 +116,7 @@ private:
     SteadyClock clock_;
     QtMainQueue mainQueue_;
     QtPasteboard pasteboard_;
+    LocalCalendar calendar_;
     tl::expected<PrivateFolder, FileError> privateFolder_;
     MainWindow window_;
     bool hasPainted_ = false;

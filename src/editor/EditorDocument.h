@@ -1,5 +1,6 @@
 #pragma once
 
+#include "editor/BufferWords.h"
 #include "editor/TextStorage.h"
 #include "editor/UndoHistory.h"
 #include "platform/FileStatus.h"
@@ -44,6 +45,9 @@ public:
     UndoHistory& history() { return history_; }
     const UndoHistory& history() const { return history_; }
 
+    /// Counts the words of the text for completion, up to the last time it was asked to.
+    BufferWords& bufferWords() { return bufferWords_; }
+
     /// No file, no change and no text: such a tab is shown as "No File".
     bool isEmpty() const;
 
@@ -59,6 +63,7 @@ public:
 private:
     TextStorage textStorage_;
     UndoHistory history_;
+    BufferWords bufferWords_;
     std::vector<EditorDocumentObserver*> observers_;
 };
 

@@ -137,6 +137,15 @@ public:
     void performCommand(const EditorCommand& command) override;
     void beep() override;
 
+    // Completion.
+
+    /// The words that may stand in `partial`, the likeliest first.
+    std::vector<std::u16string> completionCandidates(TextRange partial);
+    /// Has the view offer words for what stands before the cursor. False where there are none.
+    bool offerCompletions();
+    /// Puts a word in the place of `partial`.
+    void acceptCompletion(TextRange partial, std::u16string_view word);
+
     /// Whether what happened last was the typing of one word character.
     bool lastActionWasTyping() const { return lastActionWasTyping_; }
     void clearLastActionWasTyping() { lastActionWasTyping_ = false; }

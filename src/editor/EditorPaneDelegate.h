@@ -7,6 +7,7 @@
 namespace tavrel {
 
 class EditorPane;
+class WordTable;
 struct EditorCommand;
 
 /// What a pane asks of whoever owns it. All of it happens on the main thread.
@@ -19,6 +20,13 @@ public:
     /// Where to save a document that has no name; nothing when the user changes their mind.
     virtual std::optional<std::filesystem::path>
     editorPaneWantsSaveLocation(EditorPane& pane, const std::filesystem::path& proposed) = 0;
+    /// The words of the project's files in a language; null where they are not known (yet). Read at
+    /// once, not kept.
+    virtual const WordTable* editorPaneWantsProjectWords(EditorPane& /*pane*/,
+                                                         std::string_view /*languageId*/)
+    {
+        return nullptr;
+    }
     /// A command that goes beyond one pane ("find", "toggleTree", "editor1", …).
     virtual void editorPaneDidMeetCommand(EditorPane& pane, const EditorCommand& command) = 0;
 };

@@ -4,6 +4,7 @@
 
 namespace tavrel {
 
+class Calendar;
 class Clock;
 class FileSystem;
 class MainQueue;
@@ -15,6 +16,7 @@ struct EditorPaneServices {
     MainQueue& mainQueue;
     FileSystem& fileSystem;
     Pasteboard& pasteboard;
+    const Calendar& calendar;
     /// A folder that only this process can read, for the old bytes of a file that is written in
     /// place; empty for none. Then a file in a folder that cannot be written cannot be saved.
     std::filesystem::path asideFolder = {};

@@ -3,6 +3,9 @@
 #include "editor/EditorTab.h"
 #include "platform/TextRange.h"
 
+#include <string>
+#include <vector>
+
 namespace tavrel {
 
 class RowLayout;
@@ -24,6 +27,12 @@ public:
     /// Where the view has scrolled to; stored in a tab that is no longer shown.
     virtual ScrollOrigin scrollOrigin() const = 0;
     virtual void setScrollOrigin(const ScrollOrigin& origin) = 0;
+    /// Words for what stands in `partial` are to be offered, the likeliest first. The text changes
+    /// only when one is taken: `EditorPane::acceptCompletion`.
+    virtual void paneWantsCompletions(TextRange /*partial*/,
+                                      const std::vector<std::u16string>& /*candidates*/)
+    {
+    }
     /// The rows of the text as the view lays them out, for vertical motion.
     virtual const RowLayout& rowLayout() const = 0;
 };

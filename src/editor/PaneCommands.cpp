@@ -1,11 +1,20 @@
 #include "editor/PaneCommands.h"
 
+#include "editor/CaseCommands.h"
+#include "editor/CommentCommands.h"
+#include "editor/CompletionCommands.h"
+#include "editor/DuplicateCommands.h"
 #include "editor/EditorPane.h"
 #include "editor/ErasureCommands.h"
+#include "editor/IndentCommands.h"
 #include "editor/LineBreakCommands.h"
 #include "editor/MarkerCommands.h"
 #include "editor/MotionCommands.h"
 #include "editor/PasteboardCommands.h"
+#include "editor/SortCommands.h"
+#include "editor/StripCommands.h"
+#include "editor/TimestampCommands.h"
+#include "editor/WordJoinCommands.h"
 #include "editor/WordSelectionCommands.h"
 
 #include <algorithm>
@@ -28,11 +37,14 @@ constexpr std::array paneCommands{
     PaneCommand{"eraseFullWord", eraseFullWord},
     PaneCommand{"skipWord", skipWord},
     PaneCommand{"copy", copy},
+    PaneCommand{"duplicate", duplicate},
     PaneCommand{"paste", paste},
     PaneCommand{"cut", cut},
     PaneCommand{"page", page},
     PaneCommand{"line", line},
     PaneCommand{"newLine", newLine},
+    PaneCommand{"indent", indent},
+    PaneCommand{"unindent", unindent},
     PaneCommand{"lineBegin", lineBegin},
     PaneCommand{"lineEnd", lineEnd},
     PaneCommand{"setMarker", setMarker},
@@ -42,8 +54,21 @@ constexpr std::array paneCommands{
     PaneCommand{"redo", [](EditorPane& pane, const EditorCommand&) { pane.redo(); }},
     PaneCommand{"selectWord", selectWord},
     PaneCommand{"selectWordAll", selectWordAll},
+    PaneCommand{"camelCase", camelCase},
+    PaneCommand{"typeCase", typeCase},
+    PaneCommand{"titleCase", typeCase},
+    PaneCommand{"upperChar", upperChar},
+    PaneCommand{"lowerChar", lowerChar},
+    PaneCommand{"upperWord", upperWord},
+    PaneCommand{"allLowerWord", allLowerWord},
+    PaneCommand{"allUpperWord", allUpperWord},
+    PaneCommand{"strip", strip},
     PaneCommand{"setCursor", setCursor},
+    PaneCommand{"comment", comment},
+    PaneCommand{"timestamp", timestamp},
     PaneCommand{"selectAll", selectAll},
+    PaneCommand{"sortLines", sortLines},
+    PaneCommand{"autocomplete", autocomplete},
 };
 
 }  // namespace

@@ -5,8 +5,6 @@
 
 #include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace tavrel {
 
@@ -56,24 +54,6 @@ std::u16string linesOfCursors(const EditorPane& pane)
     return lines;
 }
 
-void cutLinesOfCursors(EditorPane& pane)
-{
-    const TextSnapshot text = pane.text();
-    const std::size_t primary = pane.selectedRange().location;
-    std::vector<ResolvedMultiCursorEdit> edits;
-    std::optional<std::size_t> lastLineStart;
-    for (const std::size_t cursor : pane.allCursorLocations()) {
-        const TextRange line = lineAt(text, cursor);
-        const TextRange removed = removalRange(text, cursor);
-        if (lastLineStart != line.location)
-            edits.push_back({{removed, {}, removed.location}, cursor == primary});
-        else if (cursor == primary)  // Inside the line that the edit before this one removes.
-            edits.back().isPrimary = true;
-        lastLineStart = line.location;
-    }
-    pane.applyEdits(std::move(edits), pane.selectedRange());
-}
-
 }  // namespace
 
 void copy(EditorPane& pane, const EditorCommand&)
@@ -91,16 +71,15 @@ void copy(EditorPane& pane, const EditorCommand&)
 void cut(EditorPane& pane, const EditorCommand& command)
 {
     copy(pane, command);
-    const TextRange selection = pane.selectedRange();
-    if (pane.actsAtEveryCursor()) {
-        cutLinesOfCursors(pane);
+    if (!pane.selectedRange().isEmpty()) {
+        pane.replaceText(pane.selectedRange(), {});
         return;
     }
-    pane.clearSecondaryCursors();
-    const TextRange removed =
-        selection.isEmpty() ? removalRange(pane.text(), selection.location) : selection;
-    if (!removed.isEmpty())
-        pane.replaceText(removed, {});
+    const TextSnapshot text = pane.text();
+    editAtEveryLine(pane, [&](std::size_t cursor, TextRange) {
+        const TextRange removed = removalRange(text, cursor);
+        return MultiCursorEdit{removed, {}, removed.location};
+    });
 }
 
 void paste(EditorPane& pane, const EditorCommand&)

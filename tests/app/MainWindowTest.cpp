@@ -4,6 +4,7 @@
 #include "app/StatusLine.h"
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "editor/views/CodeEditorView.h"
+#include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
@@ -100,7 +101,8 @@ protected:
     ManualMainQueue mainQueue{clock};
     PosixFileSystem fileSystem;
     MemoryPasteboard pasteboard;
-    MainWindow window{{clock, mainQueue, fileSystem, pasteboard}, WindowSize{}};
+    FixedCalendar calendar;
+    MainWindow window{{clock, mainQueue, fileSystem, pasteboard, calendar}, WindowSize{}};
     ScriptedDialogs* dialogs_;
 };
 

@@ -3,6 +3,7 @@
 #include "editor/EditorPane.h"
 #include "editor/MonospacedRowLayout.h"
 #include "editor/dispatch/DefaultKeyMap.h"
+#include "platform/Calendar.h"
 #include "platform/FileTestSupport.h"
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
@@ -69,8 +70,9 @@ struct PaneWorld {
     ManualMainQueue mainQueue{clock};
     test::FailingFileSystem fileSystem;
     MemoryPasteboard pasteboard;
+    FixedCalendar calendar;
 
-    EditorPaneServices services() { return {clock, mainQueue, fileSystem, pasteboard}; }
+    EditorPaneServices services() { return {clock, mainQueue, fileSystem, pasteboard, calendar}; }
     void wait(double seconds)
     {
         clock.advance(std::chrono::nanoseconds(static_cast<std::int64_t>(seconds * 1e9)));

@@ -2,6 +2,7 @@
 #include "editor/MonospacedRowLayout.h"
 #include "editor/dispatch/CommandTable.h"
 #include "editor/dispatch/DefaultKeyMap.h"
+#include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
@@ -134,7 +135,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     ManualMainQueue mainQueue(clock);
     PosixFileSystem fileSystem;
     MemoryPasteboard pasteboard;
-    EditorPane pane({clock, mainQueue, fileSystem, pasteboard});
+    FixedCalendar calendar;
+    EditorPane pane({clock, mainQueue, fileSystem, pasteboard, calendar});
     View view(pane);
     pane.setView(&view);
     const std::u16string first = bytes.units();

@@ -15,6 +15,7 @@ struct Engine {
 // clang-format off
 constexpr std::array engines{
     Engine{"chord", chordAdaptor},
+    Engine{"complete", completeAdaptor},
     Engine{"cson", csonAdaptor},
     Engine{"edit", editAdaptor},
     Engine{"ignore", ignoreAdaptor},

@@ -12,6 +12,7 @@ namespace tavrel::probe {
 // row in Adaptors.cpp and a file of its own.
 
 Json chordAdaptor(ProbeRequest& request);
+Json completeAdaptor(ProbeRequest& request);
 Json csonAdaptor(ProbeRequest& request);
 Json editAdaptor(ProbeRequest& request);
 Json ignoreAdaptor(ProbeRequest& request);

@@ -3,6 +3,7 @@
 #include "editor/MonospacedRowLayout.h"
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "editor/dispatch/KeyTranslator.h"
+#include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
@@ -15,6 +16,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdio>
 #include <limits>
 #include <memory>
 
@@ -55,6 +57,23 @@ std::vector<std::size_t> offsetsFromJson(const Json& offsets)
     return result;
 }
 
+/// The member "date", as in "2026-11-21T10:46:15"; absent, the day that dates are counted from.
+FixedCalendar calendarMember(const Json& body)
+{
+    if (!member(body, "date"))
+        return FixedCalendar();
+    const std::string text = utf8Member(body, "date");
+    CalendarDate date;
+    int length = 0;
+    const int count =
+        std::sscanf(text.c_str(), "%4d-%2d-%2dT%2d:%2d:%2d%n", &date.year, &date.month, &date.day,
+                    &date.hour, &date.minute, &date.second, &length);
+    if (count != 6 || static_cast<std::size_t>(length) != text.size())
+        throw RequestError("'date' must be YYYY-MM-DDTHH:MM:SS");
+    date.weekday = weekdayOf(date.year, date.month, date.day);
+    return FixedCalendar(date);
+}
+
 int settingMember(const Json& body, const char* name, int absent)
 {
     return static_cast<int>(
@@ -65,7 +84,8 @@ int settingMember(const Json& body, const char* name, int absent)
 class EditSession final : private EditorPaneView {
 public:
     explicit EditSession(const Json& body)
-        : pane_({clock_, mainQueue_, fileSystem_, pasteboard_},
+        : calendar_(calendarMember(body)),
+          pane_({clock_, mainQueue_, fileSystem_, pasteboard_, calendar_},
                 {.tabWidth = settingMember(body, "tabWidth", 2),
                  .columnWidth = settingMember(body, "columnWidth", 80)}),
           layout_([this] { return pane_.text(); },
@@ -200,6 +220,7 @@ private:
     ManualMainQueue mainQueue_{clock_};
     PosixFileSystem fileSystem_;
     MemoryPasteboard pasteboard_;
+    FixedCalendar calendar_;
     EditorPane pane_;
     MonospacedRowLayout layout_;
 };

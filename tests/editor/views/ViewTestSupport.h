@@ -2,6 +2,7 @@
 
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "editor/views/CodeEditorView.h"
+#include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
@@ -24,7 +25,7 @@ namespace tavrel {
 class ShownPane {
 public:
     explicit ShownPane(std::u16string_view text = {}, QSize size = QSize(720, 320))
-        : pane({clock, mainQueue, fileSystem, pasteboard}), view(pane)
+        : pane({clock, mainQueue, fileSystem, pasteboard, calendar}), view(pane)
     {
         pane.commandDispatcher().load(defaultKeyMapEntries());
         view.resize(size);
@@ -120,6 +121,7 @@ public:
     ManualMainQueue mainQueue{clock};
     PosixFileSystem fileSystem;
     MemoryPasteboard pasteboard;
+    FixedCalendar calendar;
     EditorPane pane;
     CodeEditorView view;
 };
