@@ -13,7 +13,7 @@ build_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     fonts-dejavu-core git
 )
-test_packages=(xvfb openbox xdotool x11-utils imagemagick dbus at-spi2-core)
+test_packages=(xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick dbus-daemon)
 ci_packages=(clang-14 clang-format-14 libclang-rt-14-dev)
 
 # The same for other systems: "<what>: <command>" or "<what>: <header>".
@@ -22,7 +22,10 @@ build_needs=(
     "Qt 6.4 for developers: qmake6" "ICU: unicode/uregex.h" "nlohmann-json 3.11: nlohmann/json.hpp"
     "tl-expected: tl/expected.hpp" "GoogleTest: gmock/gmock.h" "Google Benchmark: benchmark/benchmark.h"
 )
-test_needs=("Xvfb: Xvfb" "Openbox: openbox" "xdotool: xdotool" "ImageMagick: convert" "D-Bus: dbus-run-session")
+test_needs=(
+    "Xvfb: Xvfb" "Openbox: openbox" "xdotool: xdotool" "xprop: xprop" "setxkbmap: setxkbmap"
+    "ImageMagick: import" "D-Bus: dbus-daemon"
+)
 ci_needs=("clang 14: clang++-14" "clang-format 14: clang-format-14")
 
 require_packages() {

@@ -50,7 +50,7 @@ EditorPane::EditorPane(EditorPaneServices services, EditorPaneSettings settings)
 EditorPane::~EditorPane()
 {
     for (const std::shared_ptr<EditorTab>& tab : tabs_)
-        tab->document->removeObserver(*this);
+        stopObserving(*tab->document);
 }
 
 std::shared_ptr<EditorTab> EditorPane::makeTab(std::shared_ptr<EditorDocument> document) const
@@ -65,7 +65,14 @@ std::shared_ptr<EditorTab> EditorPane::makeTab(std::shared_ptr<EditorDocument> d
 void EditorPane::addTab(std::shared_ptr<EditorTab> tab)
 {
     tab->document->addObserver(*this);
+    tab->document->textStorage().addObserver(this);
     tabs_.push_back(std::move(tab));
+}
+
+void EditorPane::stopObserving(EditorDocument& observed)
+{
+    observed.removeObserver(*this);
+    observed.textStorage().removeObserver(this);
 }
 
 void EditorPane::selectTab(std::size_t index)
@@ -101,11 +108,16 @@ void EditorPane::showLoaded(const std::filesystem::path& path, LoadResult loaded
         setStatus(failureText(u"Could not open ", path, loaded.error()));
         return;
     }
-    storeTabState();
     auto document = std::make_shared<EditorDocument>(standardised(path), std::move(loaded->text));
     document->diskStatus = loaded->status;
-    const bool replacesEmptyTab = tabs_.size() == 1 && tabs_.front()->document->isEmpty();
-    addTab(makeTab(std::move(document)));
+    showDocument(std::move(document));
+}
+
+void EditorPane::showDocument(std::shared_ptr<EditorDocument> shown)
+{
+    storeTabState();
+    const bool replacesEmptyTab = tabs_.size() == 1 && document().isEmpty();
+    addTab(makeTab(std::move(shown)));
     showTab(tabs_.size() - 1);
     if (replacesEmptyTab)
         removeTab(0);
@@ -118,7 +130,7 @@ void EditorPane::removeTab(std::size_t index)
     const bool wasActive = index == activeTabIndex_;
     if (!wasActive)
         storeTabState();
-    tabs_[index]->document->removeObserver(*this);
+    stopObserving(*tabs_[index]->document);
     tabs_.erase(tabs_.begin() + static_cast<std::ptrdiff_t>(index));
     if (tabs_.empty())
         addTab(makeTab(std::make_shared<EditorDocument>()));
@@ -165,6 +177,7 @@ void EditorPane::applyTabState()
         selectedRanges_ = {clampedRange(tab.selectedRange, length)};
     tab.secondaryCursorLocations = normalisedCursors(selectedRange());
     goalX_.reset();
+    occurrencesRevision_.reset();
     guard_ = Guard::none;
     lastActionWasTyping_ = false;
     if (view_) {
@@ -215,7 +228,7 @@ bool EditorPane::hasChangedOnDisk() const
 void EditorPane::writeTo(const std::filesystem::path& path, std::u16string_view doneWord,
                          std::u16string_view failure)
 {
-    const auto written = writeDocument(services_.fileSystem, path, text());
+    const auto written = writeDocument(services_.fileSystem, path, text(), services_.asideFolder);
     if (!written) {
         setStatus(failureText(failure, path, written.error()));
         return;

@@ -2,6 +2,9 @@
 
 #include "editor/DocumentFile.h"
 #include "editor/EditorDocument.h"
+#include "editor/EditorPaneDelegate.h"
+#include "editor/EditorPaneServices.h"
+#include "editor/EditorPaneView.h"
 #include "editor/EditorTab.h"
 #include "editor/MultiCursorEdit.h"
 #include "editor/UndoReplay.h"
@@ -12,77 +15,22 @@
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tavrel {
 
-class Clock;
-class EditorPane;
-class FileSystem;
-class MainQueue;
-class Pasteboard;
-class RowLayout;
-
-/// What a pane tells the view that shows it. All of it happens on the main thread.
-///
-/// Changes of the text itself reach the view as an observer of the document's `TextStorage`.
-class EditorPaneView {
-public:
-    virtual ~EditorPaneView() = default;
-
-    /// Another document is shown, or the same one in another state: everything is to be read anew.
-    virtual void paneDidShowDocument() = 0;
-    /// The selection, the secondary cursors, the occurrences or the marker may have changed.
-    virtual void paneDidChangeSelection() = 0;
-    /// Titles or modified marks of tabs have changed.
-    virtual void paneDidChangeTabs() = 0;
-    virtual void paneWantsVisible(TextRange range) = 0;
-    /// Where the view has scrolled to; stored in a tab that is no longer shown.
-    virtual ScrollOrigin scrollOrigin() const = 0;
-    virtual void setScrollOrigin(const ScrollOrigin& origin) = 0;
-    /// The rows of the text as the view lays them out, for vertical motion.
-    virtual const RowLayout& rowLayout() const = 0;
-};
-
-/// What a pane asks of whoever owns it. All of it happens on the main thread.
-class EditorPaneDelegate {
-public:
-    virtual ~EditorPaneDelegate() = default;
-    /// The pane's status text, or a message of one line that takes its place.
-    virtual void editorPaneDidSetStatus(EditorPane& pane, std::u16string_view text) = 0;
-    virtual void editorPaneDidBeep(EditorPane& pane) = 0;
-    /// Where to save a document that has no name; nothing when the user changes their mind.
-    virtual std::optional<std::filesystem::path>
-    editorPaneWantsSaveLocation(EditorPane& pane, const std::filesystem::path& proposed) = 0;
-    /// A command that goes beyond one pane ("find", "toggleTree", "editor1", …).
-    virtual void editorPaneDidMeetCommand(EditorPane& pane, const EditorCommand& command) = 0;
-};
-
-/// The objects a pane works with. It borrows all of them.
-struct EditorPaneServices {
-    const Clock& clock;
-    MainQueue& mainQueue;
-    FileSystem& fileSystem;
-    Pasteboard& pasteboard;
-};
-
-/// The preferences a pane follows.
-struct EditorPaneSettings {
-    int tabWidth = 2;
-    int columnWidth = 80;
-    bool autoSaveOnFocusLoss = true;
-};
-
 /// One editor column without its pixels: tabs, selection, cursors, the capture of edits for undo,
 /// and the commands. Every change of a document's text by the user passes through here.
 ///
 /// Main thread only. Offsets from outside are clamped. It never has fewer than one tab.
-class EditorPane final : public CommandTarget, private EditorDocumentObserver {
+class EditorPane final : public CommandTarget,
+                         private EditorDocumentObserver,
+                         private TextStorageObserver {
 public:
     explicit EditorPane(EditorPaneServices services, EditorPaneSettings settings = {});
     ~EditorPane() override;
@@ -109,6 +57,8 @@ public:
     /// Shows the file, reading it unless a tab of this pane has it. A failure leaves the pane as it
     /// is and sets the status text.
     void openLocation(const std::filesystem::path& path);
+    /// Shows a document that another pane has open, as one more view of it.
+    void showDocument(std::shared_ptr<EditorDocument> document);
     /// Shows a file that has been read elsewhere, or tells why it could not be.
     void showLoaded(const std::filesystem::path& path, LoadResult loaded);
     /// Closes a tab without asking; the last one leaves an empty tab in its place.
@@ -209,6 +159,7 @@ private:
 
     std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
     void addTab(std::shared_ptr<EditorTab> tab);
+    void stopObserving(EditorDocument& observed);
     void showTab(std::size_t index);
     void storeTabState();
     void applyTabState();
@@ -227,9 +178,12 @@ private:
     void dropPendingEdit();
     void replaceInTextView(TextRange range, const TextSnapshot& replacement);
     void refreshAfterEdit();
+    /// Applies batches one after another. The cursors are left to the caller.
+    void changeText(std::span<const std::vector<TextEdit>> batches);
     void applyGroup(const EditorUndoGroup& group, ReplayDirection direction);
     void editorDocumentDidChange(EditorDocument& document, const EditorPane* source,
                                  bool needsStyling) override;
+    void storageDidChange(const TextStorage& storage, std::span<const TextChange> changes) override;
 
     void setStatus(std::u16string text);
     void refreshStatus(std::u16string_view word = {});
@@ -245,6 +199,10 @@ private:
     std::optional<double>
         goalX_;  // Where vertical motion wants to be, until another motion or edit.
     Guard guard_ = Guard::none;
+    bool isChangingText_ = false;  // The change under way is this pane's own.
+    /// The revision of the text at which the active tab's occurrences were found valid for the
+    /// selection as it is; absent where they have to be looked at again.
+    std::optional<std::uint64_t> occurrencesRevision_;
     std::optional<PendingEditorEdit> pendingEditorEdit_;
     std::optional<TextRange> pendingBeforeSelectionOverride_;
     std::optional<TextRange> pendingAfterSelectionOverride_;

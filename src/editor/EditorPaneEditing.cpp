@@ -2,9 +2,9 @@
 
 #include "editor/EditorPane.h"
 
+#include "editor/CursorBatch.h"
 #include "platform/Clock.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace tavrel {
@@ -69,10 +69,22 @@ void EditorPane::replaceInTextView(TextRange range, const TextSnapshot& replacem
         return;
     }
     textWillChange(replaced, replacement);
-    document().textStorage().replace(replaced, replacement);
+    const std::vector<TextEdit> edit{{replaced, replacement}};
+    changeText({&edit, 1});
     setSelectedRange({replaced.location + replacement.length(), 0});
     textDidChange();
     scrollToVisible(selectedRange());
+}
+
+void EditorPane::changeText(std::span<const std::vector<TextEdit>> batches)
+{
+    isChangingText_ = true;
+    {
+        const TextStorageBatch batch(document().textStorage());
+        for (const std::vector<TextEdit>& edits : batches)
+            document().textStorage().apply(edits);
+    }
+    isChangingText_ = false;
 }
 
 void EditorPane::replaceText(TextRange range, const TextSnapshot& replacement,
@@ -137,61 +149,19 @@ bool EditorPane::eraseAtCursors()
 
 void EditorPane::applyEdits(std::vector<ResolvedMultiCursorEdit> edits, TextRange beforeSelection)
 {
-    const TextSnapshot before = text();
-    const std::vector<ResolvedMultiCursorEdit> applied =
-        applicableEdits(std::move(edits), before.length());
-    if (applied.empty())
+    const std::vector<ResolvedMultiCursorEdit> applicable =
+        applicableEdits(std::move(edits), text().length());
+    if (applicable.empty())
         return;
-    const CursorLocations beforeCursors = normalisedCursors(beforeSelection);
-    const bool beforeIsModified = document().isModified;
-
-    std::vector<TextEdit> replacements;
-    std::vector<EditorUndoSnapshot> snapshots;
-    std::vector<std::size_t> cursors;
-    TextRange afterSelection = beforeSelection;
-    std::size_t inserted =
-        0;  // By the edits so far; with `removed` it moves what lies behind them.
-    std::size_t removed = 0;
-    for (const ResolvedMultiCursorEdit& edit : applied) {
-        const auto moved = [&](std::size_t location) { return location + inserted - removed; };
-        const std::size_t newLength =
-            before.length() + inserted - removed + edit.replacement.length() - edit.range.length;
-        const std::size_t cursor = std::min(moved(edit.cursorAfterLocation.value_or(
-                                                edit.range.location + edit.replacement.length())),
-                                            newLength);
-        if (edit.isPrimary)
-            afterSelection = {cursor, 0};
-        else
-            cursors.push_back(cursor);
-        TextSnapshot replacedText = before.slice(edit.range);
-        if (!(replacedText == edit.replacement)) {
-            snapshots.push_back(
-                {.replacementRange = {moved(edit.range.location), edit.range.length},
-                 .replacedText = std::move(replacedText),
-                 .insertedText = edit.replacement,
-                 .beforeSelection = beforeSelection,
-                 .beforeSecondaryCursorLocations = beforeCursors,
-                 .beforeIsModified = beforeIsModified});
-            replacements.push_back({edit.range, edit.replacement});
-        }
-        inserted += edit.replacement.length();
-        removed += edit.range.length;
-    }
-
-    const std::size_t newLength = before.length() + inserted - removed;
-    afterSelection = clampedRange(afterSelection, newLength);
-    const CursorLocations afterCursors =
-        CursorLocations::normalised(std::move(cursors), newLength, afterSelection);
-    for (EditorUndoSnapshot& snapshot : snapshots) {
-        snapshot.afterSelection = afterSelection;
-        snapshot.afterSecondaryCursorLocations = afterCursors;
-    }
-    document().textStorage().apply(replacements);
+    CursorBatch batch =
+        cursorBatch(text(), applicable,
+                    {beforeSelection, normalisedCursors(beforeSelection), document().isModified});
+    changeText({&batch.replacements, 1});
     dropPendingEdit();
-    activeTab().secondaryCursorLocations = afterCursors;
-    setSelectedRange(afterSelection);
-    if (!snapshots.empty()) {
-        document().history().recordGroup(std::move(snapshots), ClearRedo::yes,
+    activeTab().secondaryCursorLocations = std::move(batch.afterCursors);
+    setSelectedRange(batch.afterSelection);
+    if (!batch.snapshots.empty()) {
+        document().history().recordGroup(std::move(batch.snapshots), ClearRedo::yes,
                                          services_.clock.now());
         refreshAfterEdit();
     }
@@ -216,12 +186,8 @@ void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direct
     const EditorUndoSnapshot& state = backwards ? group.snapshots.front() : group.snapshots.back();
     guard_ = Guard::applyingUndoRedo;
     dropPendingEdit();
+    changeText(replayBatches(group, direction));
     EditorDocument& changed = document();
-    {
-        const TextStorageBatch batch(changed.textStorage());
-        for (const std::vector<TextEdit>& edits : replayBatches(group, direction))
-            changed.textStorage().apply(edits);
-    }
     EditorTab& tab = activeTab();
     tab.selectedWordOccurrences.reset();
     const TextRange selection =

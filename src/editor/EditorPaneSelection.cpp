@@ -2,10 +2,31 @@
 
 #include "editor/EditorPane.h"
 
+#include "editor/LocationMap.h"
+
 #include <algorithm>
 #include <utility>
 
 namespace tavrel {
+
+namespace {
+
+/// The tab's own copies of what is selected in it. The marker does not follow the text.
+void moveWithText(EditorTab& tab, const LocationMap& map)
+{
+    std::vector<std::size_t> cursors = tab.secondaryCursorLocations.offsets();
+    for (std::size_t& cursor : cursors)
+        cursor = map.mapped(cursor);
+    tab.selectedRange = map.mapped(tab.selectedRange);
+    tab.secondaryCursorLocations = CursorLocations::normalised(
+        std::move(cursors), tab.document->text().length(), tab.selectedRange);
+    if (tab.selectedWordOccurrences) {
+        for (TextRange& range : tab.selectedWordOccurrences->ranges)
+            range = map.mapped(range);
+    }
+}
+
+}  // namespace
 
 void EditorPane::setSelectedRanges(std::vector<TextRange> ranges)
 {
@@ -14,6 +35,7 @@ void EditorPane::setSelectedRanges(std::vector<TextRange> ranges)
     if (ranges.empty())
         ranges.push_back({});
     goalX_.reset();
+    occurrencesRevision_.reset();
     selectedRanges_ = std::move(ranges);
     if (hasSecondaryCursors())  // One of them may stand where the primary cursor now is.
         activeTab().secondaryCursorLocations = normalisedCursors(selectedRange());
@@ -83,6 +105,9 @@ const SelectedWordOccurrences* EditorPane::validOccurrences()
     std::optional<SelectedWordOccurrences>& stored = activeTab().selectedWordOccurrences;
     if (!stored || stored->word.empty())
         return nullptr;
+    const std::uint64_t revision = document().textStorage().revision();
+    if (occurrencesRevision_ == revision)
+        return &*stored;
     std::vector<TextRange> surviving = survivingOccurrences(text(), *stored);
     if (surviving.empty())
         return nullptr;
@@ -95,7 +120,26 @@ const SelectedWordOccurrences* EditorPane::validOccurrences()
         return nullptr;
     }
     stored->ranges = std::move(surviving);
+    occurrencesRevision_ = revision;
     return &*stored;
+}
+
+/// Another pane, or nobody, has changed the text: what is selected here stays on its text.
+void EditorPane::storageDidChange(const TextStorage& storage, std::span<const TextChange> changes)
+{
+    if (isChangingText_)
+        return;
+    const LocationMap map(changes);
+    if (&document().textStorage() == &storage) {
+        activeTab().selectedRange = selectedRange();
+        for (TextRange& range : selectedRanges_)
+            range = map.mapped(range);
+    }
+    for (const std::shared_ptr<EditorTab>& tab : tabs_) {
+        if (&tab->document->textStorage() == &storage)
+            moveWithText(*tab, map);
+    }
+    occurrencesRevision_.reset();
 }
 
 void EditorPane::showOccurrences(SelectedWordOccurrences occurrences, TextRange visible)

@@ -16,9 +16,11 @@ TextRange wordOfSelection(const TextSnapshot& text, TextRange selection)
 std::optional<TextRange> nextOccurrence(const TextSnapshot& text, std::u16string_view word,
                                         TextRange part, std::span<const TextRange> taken)
 {
+    std::vector<TextRange> sorted(taken.begin(), taken.end());
+    std::sort(sorted.begin(), sorted.end());
     std::optional<TextRange> next;
     forEachMatch(text, word, part, [&](TextRange place) {
-        const bool isTaken = std::find(taken.begin(), taken.end(), place) != taken.end();
+        const bool isTaken = std::binary_search(sorted.begin(), sorted.end(), place);
         if (isTaken || !touchesNoWordCharacter(text, place))
             return true;
         next = place;

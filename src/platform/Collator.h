@@ -1,6 +1,8 @@
 #pragma once
 
+#include <array>
 #include <compare>
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -8,6 +10,8 @@
 struct UCollator;
 
 namespace tavrel {
+
+class Environment;
 
 /// What a text sorts by: keys compare as their texts do, and only equal texts have equal keys.
 ///
@@ -37,6 +41,11 @@ public:
 
     std::strong_ordering compare(std::u16string_view left, std::u16string_view right) const;
 
+    /// The same order for UTF-8, without a conversion: texts of printable ASCII are compared by a
+    /// table, which is many times as fast. Bytes that are not UTF-8 count as U+FFFD; texts that are
+    /// equal so far are ordered by their bytes.
+    std::strong_ordering compareUtf8(std::string_view left, std::string_view right) const;
+
     /// The key of `text`. Costs several times a comparison.
     CollationKey key(std::u16string_view text) const;
 
@@ -44,7 +53,14 @@ private:
     struct Close {
         void operator()(UCollator* collator) const;
     };
+    void rankAscii();
+
     std::unique_ptr<UCollator, Close> collator_;  // None when the library has no data at all.
+    bool hasAsciiRanks_ = false;                  // False where the locale joins ASCII letters.
+    std::array<std::uint8_t, 128> asciiRanks_{};  // 0 for characters that are not printable.
 };
+
+/// The name of the locale that a program with this environment sorts by.
+std::string collationLocale(const Environment& environment);
 
 }  // namespace tavrel

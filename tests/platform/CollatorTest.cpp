@@ -1,7 +1,11 @@
 #include "platform/Collator.h"
 
+#include "platform/Environment.h"
+#include "platform/Utf8.h"
+
 #include <algorithm>
 #include <gtest/gtest.h>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -74,6 +78,57 @@ TEST(Collator, LoneSurrogatesAndLongTextsHaveTheirPlace)
     const std::u16string text(100'000, u'\u00E4');
     EXPECT_EQ(collator.key(text), collator.key(text));
     EXPECT_LT(collator.key(text), collator.key(text + u"a"));
+}
+
+TEST(Collator, Utf8ComparesAsUtf16DoesInEveryLocale)
+{
+    std::string ascii;
+    for (char character = 0x20; character < 0x7F; ++character)
+        ascii += character;
+    // Some of these locales see "ch", "aa", "lj" or "ny" as one letter, some order capitals first.
+    for (const char* locale : {"", "de", "sv", "cs", "sk", "da", "hr", "hu", "es@collation=trad",
+                               "et", "lt", "th", "ja", "uk", "ar", "cy", "mt", "en_US"}) {
+        const Collator collator(locale);
+        std::mt19937 random(7);
+        for (int round = 0; round < 3'000; ++round) {
+            std::string left;
+            std::string right;
+            for (unsigned count = random() % 8; count > 0; --count)
+                left += round % 3 != 0 ? ascii[random() % ascii.size()] : "acdhlny"[random() % 7];
+            right = left.substr(0, random() % (left.size() + 1));
+            for (unsigned count = random() % 4; count > 0; --count)
+                right += round % 3 != 0 ? ascii[random() % ascii.size()] : "acdhlny"[random() % 7];
+            if (round % 10 == 0)
+                right += "\u00E4";
+            ASSERT_EQ(collator.compareUtf8(left, right),
+                      collator.compare(utf16FromUtf8(left), utf16FromUtf8(right)))
+                << locale << ": " << left << " and " << right;
+        }
+    }
+}
+
+TEST(Collator, BytesThatAreNotUtf8HaveTheirPlace)
+{
+    const Collator collator("");
+    EXPECT_NE(collator.compareUtf8("a\xFF", "a\xFE"), std::strong_ordering::equal);
+    EXPECT_EQ(collator.compareUtf8("a\xFF", "a\xFF"), std::strong_ordering::equal);
+    EXPECT_EQ(collator.compareUtf8("a\x01", "a"), std::strong_ordering::greater);
+    EXPECT_EQ(collator.compareUtf8("", ""), std::strong_ordering::equal);
+    EXPECT_EQ(collator.compareUtf8("", "a"), std::strong_ordering::less);
+}
+
+TEST(Collator, TheEnvironmentNamesTheLocale)
+{
+    Environment environment;
+    EXPECT_EQ(collationLocale(environment), "C");
+    environment.set("LANG", "de_DE.UTF-8");
+    EXPECT_EQ(collationLocale(environment), "de_DE.UTF-8");
+    environment.set("LC_COLLATE", "sv_SE.UTF-8");
+    EXPECT_EQ(collationLocale(environment), "sv_SE.UTF-8");
+    environment.set("LC_ALL", "");
+    EXPECT_EQ(collationLocale(environment), "sv_SE.UTF-8");
+    environment.set("LC_ALL", "C");
+    EXPECT_EQ(collationLocale(environment), "C");
 }
 
 }  // namespace

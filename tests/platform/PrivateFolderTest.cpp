@@ -135,7 +135,7 @@ TEST(PrivateFolder, TakesPlainNamesOnly)
     ASSERT_TRUE(folder);
     for (const std::string& name :
          {std::string(), std::string("."), std::string(".."), std::string("../a"),
-          std::string("/tmp/a"), std::string("a\0b", 3)}) {
+          std::string("/a"), std::string("a\0b", 3)}) {
         const auto path = folder->createFile(name, "x");
         ASSERT_FALSE(path) << name;
         EXPECT_EQ(path.error().code, EINVAL) << name;

@@ -11,11 +11,21 @@ struct Engine {
     Json (*adaptor)(ProbeRequest& request);
 };
 
+// One row a line, so that a new one touches no other.
+// clang-format off
 constexpr std::array engines{
-    Engine{"chord", chordAdaptor},       Engine{"cson", csonAdaptor},
-    Engine{"edit", editAdaptor},         Engine{"mode", modeAdaptor},
-    Engine{"settings", settingsAdaptor}, Engine{"theme", themeAdaptor},
+    Engine{"chord", chordAdaptor},
+    Engine{"cson", csonAdaptor},
+    Engine{"edit", editAdaptor},
+    Engine{"ignore", ignoreAdaptor},
+    Engine{"linediff", lineDiffAdaptor},
+    Engine{"mode", modeAdaptor},
+    Engine{"settings", settingsAdaptor},
+    Engine{"theme", themeAdaptor},
+    Engine{"tree", treeAdaptor},
+    Engine{"walk", walkAdaptor},
 };
+// clang-format on
 
 Json errorAnswer(const std::string& why)
 {

@@ -14,9 +14,13 @@ namespace tavrel::probe {
 Json chordAdaptor(ProbeRequest& request);
 Json csonAdaptor(ProbeRequest& request);
 Json editAdaptor(ProbeRequest& request);
+Json ignoreAdaptor(ProbeRequest& request);
+Json lineDiffAdaptor(ProbeRequest& request);
 Json modeAdaptor(ProbeRequest& request);
 Json settingsAdaptor(ProbeRequest& request);
 Json themeAdaptor(ProbeRequest& request);
+Json treeAdaptor(ProbeRequest& request);
+Json walkAdaptor(ProbeRequest& request);
 
 /// Answers one request; the answer to a request that names no engine, or that its adaptor cannot
 /// read, is `{"error": why}`. Never throws but when memory ends.

@@ -12,6 +12,9 @@ namespace {
 // With more changes at once than this, comparing row by row costs more than drawing them all.
 constexpr std::size_t maximumComparedChanges = 32;
 
+// How far the picture may move, in parts of the view's height, for what stays to be copied.
+constexpr double largestBlitPart = 0.75;
+
 // Where a location from before the changes is after them. What was replaced maps to its start.
 std::size_t mapped(std::size_t location, std::span<const TextChange> changes)
 {
@@ -41,8 +44,8 @@ bool isTouched(const TextRow& row, std::span<const TextChange> changes)
 }  // namespace
 
 TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent)
-    : QWidget(parent), pane_(pane), delegate_(delegate),
-      font_(QStringLiteral("Menlo"), 13, devicePixelRatioF()), rows_(font_),
+    : QWidget(parent), pane_(pane), delegate_(delegate), scale_(devicePixelRatioF()),
+      font_(QStringLiteral("Menlo"), 13, scale_), rows_(font_),
       columnWidth_(pane.settings().columnWidth)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -99,6 +102,17 @@ void TavrelTextView::setColumnWidth(int columns)
 void TavrelTextView::setFieldLayout(bool isFieldLayout)
 {
     isFieldLayout_ = isFieldLayout;
+    updateWrap();
+    layOutAll();
+}
+
+void TavrelTextView::updateScale()
+{
+    if (devicePixelRatioF() == scale_)
+        return;
+    scale_ = devicePixelRatioF();
+    font_ = EditorFont(QStringLiteral("Menlo"), 13, scale_);
+    rows_.setFont(font_);
     updateWrap();
     layOutAll();
 }
@@ -223,7 +237,8 @@ void TavrelTextView::moveTo(ScrollOrigin origin)
     }
     const bool isWhole = moved && *moved == std::floor(*moved) &&
                          devicePixelRatioF() == std::floor(devicePixelRatioF());
-    if (!isWhole || std::abs(*moved) >= height()) {
+    // A move that leaves little in place is drawn anew in one piece: that is one picture, not two.
+    if (!isWhole || std::abs(*moved) > height() * largestBlitPart) {
         decorations_ = makeDecorations();
         update();
         if (delegate_)
@@ -269,7 +284,10 @@ ViewDecorations TavrelTextView::makeDecorations() const
 void TavrelTextView::setDecorations(ViewDecorations decorations)
 {
     const QRegion changed = decorations_.changesTo(decorations);
+    const bool movesPrimary = decorations_.primary != decorations.primary;
     decorations_ = std::move(decorations);
+    if (movesPrimary)
+        updateMicroFocus(Qt::ImCursorRectangle);
     if (!changed.isEmpty())
         update(changed);
 }

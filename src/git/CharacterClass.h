@@ -1,0 +1,30 @@
+#pragma once
+
+#include "platform/RegularExpression.h"
+
+#include <bitset>
+#include <optional>
+#include <string_view>
+
+namespace tavrel {
+
+/// A set of characters, written as a bracket expression whose meaning the regular expression
+/// library decides. A value; may be asked by several threads at once.
+class CharacterClass {
+public:
+    static constexpr std::size_t asciiCount = 128;
+
+    /// Absent where `expression` is not one whole set.
+    static std::optional<CharacterClass> compile(std::u16string_view expression);
+
+    /// A look-up for ASCII, a match of the library for the rest.
+    bool contains(char32_t character) const;
+
+private:
+    explicit CharacterClass(RegularExpression expression);
+
+    std::bitset<asciiCount> ascii_;
+    RegularExpression expression_;
+};
+
+}  // namespace tavrel

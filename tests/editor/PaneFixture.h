@@ -1,0 +1,110 @@
+#pragma once
+
+#include "editor/EditorPane.h"
+#include "editor/MonospacedRowLayout.h"
+#include "editor/dispatch/DefaultKeyMap.h"
+#include "platform/FileTestSupport.h"
+#include "platform/ManualMainQueue.h"
+#include "platform/Pasteboard.h"
+
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace tavrel {
+
+/// A view without pixels that counts what it is told.
+class FakePaneView final : public EditorPaneView {
+public:
+    explicit FakePaneView(const EditorPane& pane) : layout_([&pane] { return pane.text(); }, {}) {}
+
+    void paneDidShowDocument() override { ++shownDocuments; }
+    void paneDidChangeSelection() override { ++selectionChanges; }
+    void paneDidChangeTabs() override { ++tabChanges; }
+    void paneWantsVisible(TextRange range) override { visible = range; }
+    ScrollOrigin scrollOrigin() const override { return origin; }
+    void setScrollOrigin(const ScrollOrigin& wanted) override { origin = wanted; }
+    const RowLayout& rowLayout() const override { return layout_; }
+
+    int shownDocuments = 0;
+    int selectionChanges = 0;
+    int tabChanges = 0;
+    TextRange visible;
+    ScrollOrigin origin;
+
+private:
+    MonospacedRowLayout layout_;
+};
+
+/// An owner that notes what the pane says, and answers with what a test has laid out.
+class FakePaneDelegate final : public EditorPaneDelegate {
+public:
+    void editorPaneDidSetStatus(EditorPane&, std::u16string_view text) override
+    {
+        status = std::u16string(text);
+    }
+    void editorPaneDidBeep(EditorPane&) override { ++beeps; }
+    std::optional<std::filesystem::path>
+    editorPaneWantsSaveLocation(EditorPane&, const std::filesystem::path& proposed) override
+    {
+        proposedLocation = proposed;
+        return saveLocation;
+    }
+    void editorPaneDidMeetCommand(EditorPane&, const EditorCommand& command) override
+    {
+        commands.push_back(command.name);
+    }
+
+    std::u16string status;
+    int beeps = 0;
+    std::filesystem::path proposedLocation;
+    std::optional<std::filesystem::path> saveLocation;
+    std::vector<std::string> commands;
+};
+
+/// What panes share: time, queue, files and pasteboard, all in the hands of the test.
+struct PaneWorld {
+    SimulatedClock clock;
+    ManualMainQueue mainQueue{clock};
+    test::FailingFileSystem fileSystem;
+    MemoryPasteboard pasteboard;
+
+    EditorPaneServices services() { return {clock, mainQueue, fileSystem, pasteboard}; }
+    void wait(double seconds)
+    {
+        clock.advance(std::chrono::nanoseconds(static_cast<std::int64_t>(seconds * 1e9)));
+    }
+};
+
+/// A pane with a view and an owner of its own.
+struct TestPane {
+    explicit TestPane(PaneWorld& world) : pane(world.services()), view(pane)
+    {
+        pane.setView(&view);
+        pane.setDelegate(&delegate);
+        pane.commandDispatcher().load(defaultKeyMapEntries());
+    }
+
+    void run(const char* name) { pane.runCommand({name, {}}); }
+    void type(std::u16string_view text)
+    {
+        for (const char16_t unit : text)
+            pane.insertText({&unit, 1});
+    }
+    std::u16string text() const { return pane.text().text(); }
+
+    EditorPane pane;
+    FakePaneView view;
+    FakePaneDelegate delegate;
+};
+
+/// A world with one pane, in whose empty tab the text stands unmodified.
+struct OnePane : PaneWorld, TestPane {
+    explicit OnePane(std::u16string_view text = {}) : TestPane(static_cast<PaneWorld&>(*this))
+    {
+        pane.document().setText(TextSnapshot(text));
+    }
+};
+
+}  // namespace tavrel

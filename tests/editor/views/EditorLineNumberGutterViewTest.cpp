@@ -1,0 +1,93 @@
+#include "ViewTestSupport.h"
+
+#include <gtest/gtest.h>
+
+namespace tavrel {
+namespace {
+
+std::vector<std::size_t> numbersOf(ShownPane& shown)
+{
+    std::vector<std::size_t> values;
+    for (const auto& number : shown.view.lineNumberGutterView().numbers())
+        values.push_back(number.value);
+    return values;
+}
+
+TEST(EditorLineNumberGutterView, AnEmptyTextShowsTheNumberOne)
+{
+    ShownPane shown;
+    EXPECT_EQ(numbersOf(shown), (std::vector<std::size_t>{1}));
+}
+
+TEST(EditorLineNumberGutterView, TheEmptyLastLineHasTheNextNumber)
+{
+    ShownPane shown(u"one\ntwo\n");
+    EXPECT_EQ(numbersOf(shown), (std::vector<std::size_t>{1, 2, 3}));
+}
+
+TEST(EditorLineNumberGutterView, AWrappedLineShowsOneNumber)
+{
+    ShownPane shown(std::u16string(200, u'x') + u"\nnext");
+    EXPECT_EQ(numbersOf(shown), (std::vector<std::size_t>{1, 2}));
+    EXPECT_EQ(shown.view.lineNumberGutterView().numbers()[1].top,
+              3 * shown.textView().editorFont().rowHeight());
+}
+
+TEST(EditorLineNumberGutterView, OnlyLinesThatEndAtALineFeedCount)
+{
+    ShownPane shown(u"a\rb\u2028c\nd");
+    EXPECT_EQ(shown.textView().visibleRows().size(), 4u);
+    EXPECT_EQ(numbersOf(shown), (std::vector<std::size_t>{1, 2}));
+}
+
+TEST(EditorLineNumberGutterView, NumbersFollowEditsAndScrolling)
+{
+    ShownPane shown(numberedLines(300));
+    shown.press(Qt::Key_Return);
+    EXPECT_EQ(numbersOf(shown)[0], 1u);
+    shown.textView().scrollBy(10 * shown.textView().editorFont().rowHeight());
+    EXPECT_EQ(numbersOf(shown)[0], 11u);
+    EXPECT_EQ(shown.shownPicture(), shown.freshPicture());
+}
+
+TEST(EditorLineNumberGutterView, IsWideEnoughForTheNumbers)
+{
+    ShownPane shown(u"x");
+    EXPECT_EQ(shown.view.lineNumberGutterView().width(), 52);
+    shown.setText(std::u16string(1'200'000, u'\n'));
+    const double advance = shown.textView().editorFont().advance();
+    EXPECT_GE(shown.view.lineNumberGutterView().width(), 7 * advance + 9);
+}
+
+TEST(EditorScrollBar, EndsAreExactAndTheMiddleIsNear)
+{
+    ShownPane shown(numberedLines(3000));
+    EditorScrollBar& bar = shown.view.scrollBar();
+    ASSERT_TRUE(QTest::qWaitFor([&bar] { return bar.maximum() > 2000; }));
+    bar.setValue(bar.maximum());
+    EXPECT_EQ(shown.textView().scrollOrigin(), shown.textView().scrolling().end());
+    bar.setValue(0);
+    EXPECT_EQ(shown.textView().scrollOrigin(), (ScrollOrigin{}));
+    bar.setValue(bar.maximum() / 2);
+    const double part = static_cast<double>(shown.textView().scrollOrigin().location) /
+                        static_cast<double>(shown.pane.text().length());
+    EXPECT_NEAR(part, 0.5, 0.05);
+    EXPECT_EQ(shown.shownPicture(), shown.freshPicture());
+}
+
+TEST(EditorScrollBar, AClickBesideTheThumbMovesAPage)
+{
+    ShownPane shown(numberedLines(3000));
+    EditorScrollBar& bar = shown.view.scrollBar();
+    ASSERT_TRUE(QTest::qWaitFor([&bar] { return bar.maximum() > 2000; }));
+    QTest::mouseClick(&bar, Qt::LeftButton, {}, QPoint(5, bar.height() - 3));
+    const std::size_t rows = shown.textView().rows().rowsPerPage();
+    EXPECT_EQ(shown.pane.text().lineIndexAt(shown.textView().scrollOrigin().location), rows);
+    QTest::mousePress(&bar, Qt::LeftButton, {}, bar.thumbRect().center());
+    QTest::mouseMove(&bar, QPoint(5, bar.height() + 50));
+    QTest::mouseRelease(&bar, Qt::LeftButton, {}, QPoint(5, bar.height() + 50));
+    EXPECT_EQ(shown.textView().scrollOrigin(), shown.textView().scrolling().end());
+}
+
+}  // namespace
+}  // namespace tavrel
