@@ -4,13 +4,19 @@
 #include "app/FileLoader.h"
 #include "app/MainWindow.h"
 #include "app/ProgramOptions.h"
-#include "editor/dispatch/DefaultKeyMap.h"
+#include "app/StatusLine.h"
+#include "config/BuiltInResources.h"
+#include "config/PreferencesStore.h"
+#include "config/SettingsOpener.h"
+#include "config/SettingsReloader.h"
 #include "editor/views/CodeEditorView.h"
 #include "editor/views/ViewTheme.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/PrivateFolder.h"
+#include "platform/Utf8.h"
+#include "platform/qt/QtFolderWatch.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
 
@@ -62,19 +68,27 @@ std::filesystem::path pathOf(const tl::expected<PrivateFolder, FileError>& folde
 }
 
 // The one run of the program: what lives as long as its window.
-class ApplicationRun {
+class ApplicationRun final : private SettingsReloaderDelegate, private SettingsOpenerDelegate {
 public:
-    ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem)
+    ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem,
+                   PreferencesStore& store)
         : options_(options), loader_(loader),
           privateFolder_(PrivateFolder::create(fileSystem, environmentPath("XDG_RUNTIME_DIR"),
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
-          window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_)},
-                  options.size)
+          store_(store),
+          window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_),
+                   [this](const auto& url) { return store_.languageMode(url); }},
+                  options.size, store_.values()),
+          reloader_(store_, mainQueue_, *this, [](FolderWatchDelegate& delegate) {
+              return std::make_unique<QtFolderWatch>(delegate);
+          })
     {
-        const std::vector<KeyMapEntry> keyMap = defaultKeyMapEntries();
-        window_.pane().commandDispatcher().load(keyMap);
+        QApplication::setPalette(paletteOf(viewTheme(store_.values().theme)));
+        window_.wantsSettings = [this] { openSettings(store_, *this); };
+        window_.wantsMode = [this](std::string_view id) { openMode(store_, id, *this); };
         window_.didPaintFirst = [this] {
             hasPainted_ = true;
+            reloader_.startWatching();
             pictureIfStable();
         };
         showLoaded();
@@ -86,6 +100,27 @@ public:
     ~ApplicationRun() { loader_.setNotify(nullptr); }
 
 private:
+    void settingsReloaderDidReload(ColumnLayout) override
+    {
+        QApplication::setPalette(paletteOf(viewTheme(store_.values().theme)));
+        window_.applyPreferences(store_.values());
+    }
+    void settingsReloaderDidReport(std::string_view status) override { report(status); }
+    void settingsReloaderDidRewrite(const std::filesystem::path& file) override
+    {
+        window_.pane().reloadUnmodified(file);
+    }
+    void settingsOpenerDidUpdate(const std::filesystem::path& file) override
+    {
+        window_.pane().reloadUnmodified(file);
+    }
+    void settingsOpenerWillShow(const std::filesystem::path& file) override
+    {
+        window_.pane().openLocation(file);
+    }
+    void settingsOpenerDidReport(std::string_view status) override { report(status); }
+    void report(std::string_view status) { window_.statusLine().setText(utf16FromUtf8(status)); }
+
     void showLoaded()
     {
         while (std::optional<FileLoader::Loaded> loaded = loader_.takeNext())
@@ -118,7 +153,9 @@ private:
     QtPasteboard pasteboard_;
     LocalCalendar calendar_;
     tl::expected<PrivateFolder, FileError> privateFolder_;
+    PreferencesStore& store_;
     MainWindow window_;
+    SettingsReloader reloader_;
     bool hasPainted_ = false;
     bool isPictureDue_ = false;
 };
@@ -131,17 +168,21 @@ int runApplication(const ProgramOptions& options, char* programName)
     // megabytes.
     PosixFileSystem fileSystem;
     FileLoader loader(fileSystem, options.files);
+    const BuiltInResources resources;
+    PreferencesStore store(fileSystem, resources,
+                           QFile::encodeName(QDir::homePath()).toStdString());
+    store.load();
 
     int argumentCount = 1;
     char* arguments[] = {programName, nullptr};
     QApplication::setStyle(new EditorStyle);  // The application owns it.
-    // Fonts that cannot show a text are reported once for each attempt; the text shows what is missing.
+    // Fonts that cannot show a text are reported once for each attempt; the text shows what is
+    // missing.
     QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     QApplication application(argumentCount, arguments);
     QApplication::setApplicationName(QStringLiteral("tavrel-code"));
     QApplication::setDesktopFileName(QStringLiteral("tavrel-code"));
-    QApplication::setPalette(paletteOf(ViewTheme{}));
-    const ApplicationRun run(options, loader, fileSystem);
+    const ApplicationRun run(options, loader, fileSystem, store);
     return QApplication::exec();
 }
 

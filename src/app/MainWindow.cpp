@@ -2,7 +2,11 @@
 
 #include "app/QtModalDialogs.h"
 #include "app/StatusLine.h"
+#include "config/LanguageModeTable.h"
+#include "editor/dispatch/KeyTranslator.h"
 #include "editor/views/CodeEditorView.h"
+#include "platform/qt/KeyEvents.h"
+#include "platform/qt/KeySequences.h"
 
 #include <QAction>
 #include <QApplication>
@@ -26,12 +30,15 @@ QString qtText(std::u16string_view text)
 
 }  // namespace
 
-MainWindow::MainWindow(EditorPaneServices services, WindowSize size)
-    : pane_(std::make_unique<EditorPane>(services)),
+MainWindow::MainWindow(const EditorPaneServices& services, WindowSize size,
+                       const Preferences& preferences)
+    : pane_(std::make_unique<EditorPane>(services, paneSettingsOf(preferences))),
       dialogs_(std::make_unique<QtModalDialogs>(this)), menuBar_(new QMenuBar(this)),
-      editorView_(new CodeEditorView(*pane_, this)),
-      statusLine_(new StatusLine(editorView_->textView().theme(), this))
+      editorView_(new CodeEditorView(*pane_, this, appearanceOf(preferences))),
+      statusLine_(new StatusLine(editorView_->textView().theme(), this)),
+      commandKey_(preferences.commandKey)
 {
+    pane_->commandDispatcher().load(preferences.keymap);
     setWindowTitle(QStringLiteral("Tavrel Code"));
     setMinimumSize(smallestWidth, smallestHeight);
     buildMenus();
@@ -67,16 +74,51 @@ void MainWindow::buildMenus()
             menu->addSeparator();
             continue;
         }
+        if (item.action == MenuAction::modes) {
+            addModes(*menu->addMenu(qtText(item.title)));
+            continue;
+        }
         QAction* action = menu->addAction(qtText(item.title));
-        action->setShortcut(QKeySequence(qtText(item.shortcut)));
         connect(action, &QAction::triggered, this, [this, &item] { performMenuItem(item); });
+        menuActions_.push_back({action, item.chord});
     }
+    showShortcuts();
+}
+
+void MainWindow::addModes(QMenu& menu)
+{
+    for (const LanguageModeRow& mode : languageModeTable) {
+        QAction* action = menu.addAction(QString::fromUtf8(mode.displayName));
+        connect(action, &QAction::triggered, this, [this, id = mode.id] {
+            if (wantsMode)
+                wantsMode(id);
+        });
+    }
+}
+
+void MainWindow::showShortcuts()
+{
+    for (const auto& [action, chord] : menuActions_)
+        action->setShortcut(keySequence(chord, commandKey_));
+}
+
+void MainWindow::applyPreferences(const Preferences& preferences)
+{
+    pane_->setSettings(paneSettingsOf(preferences));
+    pane_->commandDispatcher().load(preferences.keymap);
+    pane_->refreshLanguages();
+    const EditorAppearance appearance = appearanceOf(preferences);
+    editorView_->setAppearance(appearance);
+    statusLine_->setTheme(appearance.theme);
+    commandKey_ = preferences.commandKey;
+    showShortcuts();
 }
 
 void MainWindow::performMenuItem(const MenuItem& item)
 {
     switch (item.action) {
     case MenuAction::separator:
+    case MenuAction::modes:
         break;
     case MenuAction::openFile:
         openFiles();
@@ -87,6 +129,10 @@ void MainWindow::performMenuItem(const MenuItem& item)
     case MenuAction::saveFileAs:
         pane_->saveAs();
         break;
+    case MenuAction::openSettings:
+        if (wantsSettings)
+            wantsSettings();
+        break;
     case MenuAction::quit:
         close();
         break;
@@ -96,16 +142,18 @@ void MainWindow::performMenuItem(const MenuItem& item)
     }
 }
 
+// By our own reading of the key: the toolkit's knows no letter on a layout without Latin ones.
 bool MainWindow::runMenuShortcut(const QKeyEvent& event)
 {
-    const QKeySequence pressed(event.keyCombination());
-    for (const MenuItem& item : menuTable) {
-        if (!item.shortcut.empty() && QKeySequence(qtText(item.shortcut)) == pressed) {
-            performMenuItem(item);
-            return true;
-        }
-    }
-    return false;
+    const std::optional<std::string> chord =
+        KeyTranslator::chordForEvent(keyEventFromQt(event, commandKey_));
+    const auto* item = std::find_if(menuTable.begin(), menuTable.end(), [&](const MenuItem& each) {
+        return !each.chord.empty() && each.chord == chord;
+    });
+    if (item == menuTable.end())
+        return false;
+    performMenuItem(*item);
+    return true;
 }
 
 void MainWindow::openFiles()

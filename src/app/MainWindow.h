@@ -3,6 +3,7 @@
 #include "app/MenuTable.h"
 #include "app/ModalDialogs.h"
 #include "app/ProgramOptions.h"
+#include "config/Preferences.h"
 #include "editor/EditorPane.h"
 
 #include <QKeySequence>
@@ -14,6 +15,8 @@
 #include <memory>
 #include <optional>
 #include <string_view>
+#include <utility>
+#include <vector>
 
 namespace tavrel {
 
@@ -24,7 +27,8 @@ class StatusLine;
 class MainWindow final : public QWidget, private EditorPaneDelegate {
 public:
     /// What `services` names is borrowed and outlives the window.
-    MainWindow(EditorPaneServices services, WindowSize size);
+    MainWindow(const EditorPaneServices& services, WindowSize size,
+               const Preferences& preferences = {});
     ~MainWindow() override;
 
     EditorPane& pane() { return *pane_; }
@@ -32,10 +36,17 @@ public:
     StatusLine& statusLine() { return *statusLine_; }
     QMenuBar& menuBar() { return *menuBar_; }
 
+    /// Follows fonts, colours, widths, keys and languages.
+    void applyPreferences(const Preferences& preferences);
+
     /// The dialogs to ask through; the toolkit's own unless a test gives others.
     void setModalDialogs(std::unique_ptr<ModalDialogs> dialogs);
 
     void performMenuItem(const MenuItem& item);
+
+    /// Called for the items that belong to the whole program. May be empty.
+    std::function<void()> wantsSettings;
+    std::function<void(std::string_view modeId)> wantsMode;
 
     /// Called once after the window has been drawn for the first time. May be empty.
     std::function<void()> didPaintFirst;
@@ -48,6 +59,8 @@ protected:
 
 private:
     void buildMenus();
+    void addModes(QMenu& menu);
+    void showShortcuts();
     void arrange();
     void openFiles();
     bool confirmsClosing();
@@ -64,6 +77,8 @@ private:
     QMenuBar* menuBar_;
     CodeEditorView* editorView_;
     StatusLine* statusLine_;
+    CommandKey commandKey_;
+    std::vector<std::pair<QAction*, std::string_view>> menuActions_;  // With their chords.
     bool isClosing_ = false;
 };
 

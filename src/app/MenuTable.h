@@ -11,6 +11,8 @@ enum class MenuAction {
     openFile,
     saveFile,
     saveFileAs,
+    openSettings,
+    modes,  // A submenu with the language modes.
     quit,
     command,  // The command of the row, on the current pane.
 };
@@ -19,26 +21,29 @@ enum class MenuAction {
 struct MenuItem {
     std::u16string_view menu;
     std::u16string_view title;
-    std::u16string_view shortcut;  // As the toolkit writes it; empty for none.
+    std::string_view chord;  // In canonical form; empty for none.
     MenuAction action = MenuAction::separator;
     std::string_view command = {};
 };
 
 /// The menu bar, from left to right and from top to bottom.
 inline constexpr std::array menuTable{
-    MenuItem{u"File", u"Open File...", u"Ctrl+O", MenuAction::openFile},
+    MenuItem{u"File", u"Open File...", "cmd+o", MenuAction::openFile},
     MenuItem{u"File", {}, {}, MenuAction::separator},
-    MenuItem{u"File", u"Save", u"Ctrl+S", MenuAction::saveFile},
-    MenuItem{u"File", u"Save As...", u"Ctrl+Shift+S", MenuAction::saveFileAs},
+    MenuItem{u"File", u"Save", "cmd+s", MenuAction::saveFile},
+    MenuItem{u"File", u"Save As...", "cmd+shift+s", MenuAction::saveFileAs},
     MenuItem{u"File", {}, {}, MenuAction::separator},
-    MenuItem{u"File", u"Quit Tavrel Code", u"Ctrl+Q", MenuAction::quit},
-    MenuItem{u"Edit", u"Undo", u"Ctrl+Z", MenuAction::command, "undo"},
-    MenuItem{u"Edit", u"Redo", u"Ctrl+Y", MenuAction::command, "redo"},
+    MenuItem{u"File", u"Settings...", "cmd+,", MenuAction::openSettings},
+    MenuItem{u"File", u"Modes", {}, MenuAction::modes},
+    MenuItem{u"File", {}, {}, MenuAction::separator},
+    MenuItem{u"File", u"Quit Tavrel Code", "cmd+q", MenuAction::quit},
+    MenuItem{u"Edit", u"Undo", "cmd+z", MenuAction::command, "undo"},
+    MenuItem{u"Edit", u"Redo", "cmd+y", MenuAction::command, "redo"},
     MenuItem{u"Edit", {}, {}, MenuAction::separator},
-    MenuItem{u"Edit", u"Cut", u"Ctrl+X", MenuAction::command, "cut"},
-    MenuItem{u"Edit", u"Copy", u"Ctrl+C", MenuAction::command, "copy"},
-    MenuItem{u"Edit", u"Paste", u"Ctrl+V", MenuAction::command, "paste"},
-    MenuItem{u"Edit", u"Select All", u"Ctrl+A", MenuAction::command, "selectAll"},
+    MenuItem{u"Edit", u"Cut", "cmd+x", MenuAction::command, "cut"},
+    MenuItem{u"Edit", u"Copy", "cmd+c", MenuAction::command, "copy"},
+    MenuItem{u"Edit", u"Paste", "cmd+v", MenuAction::command, "paste"},
+    MenuItem{u"Edit", u"Select All", "cmd+a", MenuAction::command, "selectAll"},
 };
 
 }  // namespace tavrel

@@ -17,6 +17,12 @@ StatusLine::StatusLine(const ViewTheme& theme, QWidget* parent) : QWidget(parent
     setFocusPolicy(Qt::NoFocus);
 }
 
+void StatusLine::setTheme(const ViewTheme& theme)
+{
+    theme_ = theme;
+    update();
+}
+
 void StatusLine::setText(std::u16string_view text)
 {
     QString line = QStringView(text).left(maximumLength).toString();

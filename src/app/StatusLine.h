@@ -14,6 +14,8 @@ class StatusLine final : public QWidget {
 public:
     StatusLine(const ViewTheme& theme, QWidget* parent);
 
+    void setTheme(const ViewTheme& theme);
+
     static constexpr int lineHeight = 24;
 
     /// Line breaks and other control characters show as blanks.

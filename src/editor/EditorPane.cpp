@@ -55,11 +55,24 @@ EditorPane::~EditorPane()
 
 std::shared_ptr<EditorTab> EditorPane::makeTab(std::shared_ptr<EditorDocument> document) const
 {
-    static const auto plainMode = std::make_shared<const LanguageMode>(LanguageMode::plain());
     auto tab = std::make_shared<EditorTab>();
+    tab->language = languageMode(document->url);
     tab->document = std::move(document);
-    tab->language = plainMode;
     return tab;
+}
+
+std::shared_ptr<const LanguageMode>
+EditorPane::languageMode(const std::optional<std::filesystem::path>& url) const
+{
+    static const auto plainMode = std::make_shared<const LanguageMode>(LanguageMode::plain());
+    return services_.languageModeForURL ? services_.languageModeForURL(url) : plainMode;
+}
+
+void EditorPane::refreshLanguages()
+{
+    for (const std::shared_ptr<EditorTab>& tab : tabs_)
+        tab->language = languageMode(tab->document->url);
+    refreshStatus();
 }
 
 void EditorPane::addTab(std::shared_ptr<EditorTab> tab)
@@ -240,13 +253,31 @@ void EditorPane::didSave(const std::filesystem::path& path, const FileStatus& st
                          std::u16string_view doneWord)
 {
     EditorDocument& saved = document();
+    const bool isRenamed = saved.url != path;
     saved.url = path;
+    if (isRenamed)
+        activeTab().language = languageMode(saved.url);
     saved.isModified = false;
     saved.diskStatus = status;
     if (view_)
         view_->paneDidChangeTabs();
     refreshStatus(doneWord);
     saved.postDidChange(this, false);
+}
+
+void EditorPane::reloadUnmodified(const std::filesystem::path& path)
+{
+    const std::optional<std::size_t> index = tabShowing(standardised(path));
+    if (!index || tabs_[*index]->document->isModified)
+        return;
+    EditorDocument& reloaded = *tabs_[*index]->document;
+    LoadResult loaded = readDocument(services_.fileSystem, *reloaded.url);
+    if (!loaded)
+        return;
+    reloaded.setText(loaded->text);
+    reloaded.history().clear();
+    reloaded.diskStatus = loaded->status;
+    reloaded.postDidChange(nullptr, true);
 }
 
 bool EditorPane::keyDown(const KeyEvent& event)

@@ -69,6 +69,11 @@ public:
     void saveAs();
     /// Writes a modified document that has a file, unless that file has changed meanwhile.
     void autosave();
+    /// Reads the file anew if a tab shows it and nothing in it is unsaved; drops its history. A
+    /// file that cannot be read is left alone.
+    void reloadUnmodified(const std::filesystem::path& path);
+    /// Asks for the language of every tab again.
+    void refreshLanguages();
     /// The document has been written to `path`; `doneWord` says so in the status text.
     void didSave(const std::filesystem::path& path, const FileStatus& status,
                  std::u16string_view doneWord);
@@ -167,6 +172,8 @@ private:
     };
 
     std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
+    std::shared_ptr<const LanguageMode>
+    languageMode(const std::optional<std::filesystem::path>& url) const;
     void addTab(std::shared_ptr<EditorTab> tab);
     void stopObserving(EditorDocument& observed);
     void showTab(std::size_t index);

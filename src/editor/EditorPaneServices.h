@@ -1,12 +1,16 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <memory>
+#include <optional>
 
 namespace tavrel {
 
 class Calendar;
 class Clock;
 class FileSystem;
+struct LanguageMode;
 class MainQueue;
 class Pasteboard;
 
@@ -20,6 +24,9 @@ struct EditorPaneServices {
     /// A folder that only this process can read, for the old bytes of a file that is written in
     /// place; empty for none. Then a file in a folder that cannot be written cannot be saved.
     std::filesystem::path asideFolder = {};
+    /// The language of a file, never null, also for a text without one. Empty: every text is plain.
+    std::function<std::shared_ptr<const LanguageMode>(const std::optional<std::filesystem::path>&)>
+        languageModeForURL = {};
 };
 
 /// The preferences a pane follows.

@@ -2,6 +2,7 @@
 
 #include "app/FileLoader.h"
 #include "app/StatusLine.h"
+#include "config/LanguageModeTable.h"
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "editor/views/CodeEditorView.h"
 #include "platform/Calendar.h"
@@ -9,6 +10,7 @@
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
 #include "platform/PosixFileSystem.h"
+#include "platform/qt/KeySequences.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -17,7 +19,9 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <fstream>
+#include <limits>
 #include <sstream>
 #include <sys/stat.h>
 
@@ -123,7 +127,66 @@ TEST_F(MainWindowTest, MenusHoldTheItemsOfTheTable)
         const QString title = QStringView(item.title).toString();
         QAction* found = action(qPrintable(title));
         ASSERT_TRUE(found) << qPrintable(title);
-        EXPECT_EQ(found->shortcut(), QKeySequence(QStringView(item.shortcut).toString()));
+        EXPECT_EQ(found->shortcut(), keySequence(item.chord, CommandKey::ctrl));
+    }
+}
+
+TEST_F(MainWindowTest, TheModesMenuOffersEveryLanguage)
+{
+    QAction* modes = action("Modes");
+    ASSERT_TRUE(modes && modes->menu());
+    EXPECT_EQ(modes->menu()->actions().size(), static_cast<qsizetype>(languageModeTable.size()));
+    std::string wanted;
+    window.wantsMode = [&wanted](std::string_view id) { wanted = id; };
+    modes->menu()->actions().at(1)->trigger();
+    EXPECT_EQ(wanted, "python");
+}
+
+TEST_F(MainWindowTest, SettingsAreWantedByMenuAndKey)
+{
+    int count = 0;
+    window.wantsSettings = [&count] { ++count; };
+    action("Settings...")->trigger();
+    press(Qt::Key_Comma, Qt::ControlModifier);
+    EXPECT_EQ(count, 2);
+}
+
+TEST_F(MainWindowTest, PreferencesTakeEffectInTheOpenWindow)
+{
+    type("text");
+    const double rowHeight = window.editorView().textView().editorFont().rowHeight();
+    Preferences preferences;
+    preferences.editorFontSize = 30;
+    preferences.columnWidth = 20;
+    preferences.tabWidth = 7;
+    preferences.theme.background = {64, 0, 0};
+    preferences.commandKey = CommandKey::super;
+    preferences.keymap = {{"f9", CSONValue(std::string("selectAll"))}};
+    window.applyPreferences(preferences);
+
+    const TavrelTextView& view = window.editorView().textView();
+    EXPECT_GT(view.editorFont().rowHeight(), rowHeight);
+    EXPECT_NEAR(view.columnLimit(), 5 + 20 * view.editorFont().advance(), 0.01);
+    EXPECT_EQ(window.pane().settings().tabWidth, 7);
+    const QImage picture = window.editorView().textView().grab().toImage();
+    EXPECT_EQ(picture.pixel(picture.width() - 2, picture.height() - 2), qRgb(64, 0, 0));
+    EXPECT_EQ(action("Save")->shortcut(), QKeySequence(Qt::META | Qt::Key_S));
+    press(Qt::Key_F9);
+    EXPECT_EQ(window.pane().selectedRange(), (TextRange{0, 4}));
+}
+
+TEST_F(MainWindowTest, NumbersOfAnySizeAreHeldWithinWhatAWindowCanShow)
+{
+    for (const double size : {0.0, -1e300, 1e300, std::nan("")}) {
+        Preferences preferences;
+        preferences.editorFontSize = size;
+        preferences.columnWidth = std::numeric_limits<std::int64_t>::max();
+        preferences.tabWidth = std::numeric_limits<std::int64_t>::max();
+        window.applyPreferences(preferences);
+        EXPECT_LE(window.editorView().textView().editorFont().font().pixelSize(), 512);
+        EXPECT_GE(window.editorView().textView().editorFont().font().pixelSize(), 1);
+        press(Qt::Key_Tab);
+        EXPECT_FALSE(window.editorView().textView().visibleRows().empty());
     }
 }
 

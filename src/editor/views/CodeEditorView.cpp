@@ -18,8 +18,9 @@ int clampedToInt(std::size_t value)
 
 }  // namespace
 
-CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent)
-    : QWidget(parent), pane_(pane), textView_(new TavrelTextView(pane, nullptr, this)),
+CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
+                               const EditorAppearance& appearance)
+    : QWidget(parent), pane_(pane), textView_(new TavrelTextView(pane, nullptr, this, appearance)),
       lineNumberGutterView_(new EditorLineNumberGutterView(*textView_, this)),
       scrollBar_(new EditorScrollBar(textView_->theme(), this))
 {
@@ -40,6 +41,15 @@ CodeEditorView::~CodeEditorView()
     textView_->setDelegate(nullptr);
     delete lineNumberGutterView_;
     delete textView_;
+}
+
+void CodeEditorView::setAppearance(const EditorAppearance& appearance)
+{
+    textView_->setAppearance(appearance);
+    scrollBar_->setTheme(appearance.theme);
+    lineNumberGutterView_->update();
+    arrange();
+    updateRange();
 }
 
 int CodeEditorView::preferredWidth() const

@@ -17,13 +17,17 @@ namespace tavrel {
 class CodeEditorView final : public QWidget, public EditorPaneView, private TavrelTextViewDelegate {
 public:
     /// The pane is borrowed and outlives the view, which becomes the pane's view.
-    explicit CodeEditorView(EditorPane& pane, QWidget* parent = nullptr);
+    explicit CodeEditorView(EditorPane& pane, QWidget* parent = nullptr,
+                            const EditorAppearance& appearance = {});
     ~CodeEditorView() override;
 
     EditorPane& pane() { return pane_; }
     TavrelTextView& textView() { return *textView_; }
     EditorLineNumberGutterView& lineNumberGutterView() { return *lineNumberGutterView_; }
     EditorScrollBar& scrollBar() { return *scrollBar_; }
+
+    /// Follows the appearance, and the widths that the pane's settings give.
+    void setAppearance(const EditorAppearance& appearance);
 
     /// The width at which `columnWidth` columns fit, in logical pixels.
     int preferredWidth() const;

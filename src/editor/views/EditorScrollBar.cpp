@@ -15,6 +15,12 @@ EditorScrollBar::EditorScrollBar(const ViewTheme& theme, QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
 }
 
+void EditorScrollBar::setTheme(const ViewTheme& theme)
+{
+    theme_ = theme;
+    update();
+}
+
 int EditorScrollBar::thumbLength() const
 {
     const double whole = static_cast<double>(maximum()) - minimum() + pageStep();

@@ -15,6 +15,8 @@ class EditorScrollBar final : public QAbstractSlider {
 public:
     EditorScrollBar(const ViewTheme& theme, QWidget* parent);
 
+    void setTheme(const ViewTheme& theme);
+
     static constexpr int thickness = 14;
 
     /// Where the thumb stands; empty when there is nothing to scroll.

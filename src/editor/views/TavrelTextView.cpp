@@ -43,10 +43,11 @@ bool isTouched(const TextRow& row, std::span<const TextChange> changes)
 
 }  // namespace
 
-TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent)
-    : QWidget(parent), pane_(pane), delegate_(delegate), scale_(devicePixelRatioF()),
-      font_(QStringLiteral("Menlo"), 13, scale_), rows_(font_),
-      columnWidth_(pane.settings().columnWidth)
+TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent,
+                               const EditorAppearance& appearance)
+    : QWidget(parent), pane_(pane), delegate_(delegate), appearance_(appearance),
+      scale_(devicePixelRatioF()), font_(appearance.fontName, appearance.fontSize, scale_),
+      rows_(font_), columnWidth_(pane.settings().columnWidth)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled);
@@ -92,6 +93,13 @@ double TavrelTextView::columnLimit() const
     return linePadding + font_.advance() * columnWidth_;
 }
 
+void TavrelTextView::setAppearance(const EditorAppearance& appearance)
+{
+    appearance_ = appearance;
+    columnWidth_ = pane_.settings().columnWidth;
+    measureFont();
+}
+
 void TavrelTextView::setColumnWidth(int columns)
 {
     columnWidth_ = columns;
@@ -110,8 +118,13 @@ void TavrelTextView::updateScale()
 {
     if (devicePixelRatioF() == scale_)
         return;
+    measureFont();
+}
+
+void TavrelTextView::measureFont()
+{
     scale_ = devicePixelRatioF();
-    font_ = EditorFont(QStringLiteral("Menlo"), 13, scale_);
+    font_ = EditorFont(appearance_.fontName, appearance_.fontSize, scale_);
     rows_.setFont(font_);
     updateWrap();
     layOutAll();

@@ -2,6 +2,7 @@
 
 #include "editor/EditorPane.h"
 #include "editor/TextStorage.h"
+#include "editor/views/EditorAppearance.h"
 #include "editor/views/EditorFont.h"
 #include "editor/views/TextSelection.h"
 #include "editor/views/ViewDecorations.h"
@@ -40,7 +41,8 @@ public:
 class TavrelTextView final : public QWidget, private TextStorageObserver {
 public:
     /// The pane is borrowed and outlives the view. `delegate` may be null.
-    TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent);
+    TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent,
+                   const EditorAppearance& appearance = {});
     ~TavrelTextView() override;
 
     void setDelegate(TavrelTextViewDelegate* delegate) { delegate_ = delegate; }
@@ -57,12 +59,14 @@ public:
     const ViewRows& rows() const { return rows_; }
     std::span<const VisibleRow> visibleRows() const { return visible_; }
     const EditorFont& editorFont() const { return font_; }
-    const ViewTheme& theme() const { return theme_; }
+    const ViewTheme& theme() const { return appearance_.theme; }
     const ViewDecorations& decorations() const { return decorations_; }
     ViewScroll scrolling() const;
 
     /// The width that `columnWidth` columns take, in logical pixels.
     double columnLimit() const;
+    /// Follows the appearance, and the widths that the pane's settings give.
+    void setAppearance(const EditorAppearance& appearance);
     void setColumnWidth(int columns);
     void setFieldLayout(bool isFieldLayout);
 
@@ -109,6 +113,7 @@ private:
 
     void observe(TextStorage* storage);
     void updateScale();
+    void measureFont();
     void updateWrap();
     void layOutAll();
     void moveTo(ScrollOrigin origin);
@@ -131,7 +136,7 @@ private:
 
     EditorPane& pane_;
     TavrelTextViewDelegate* delegate_;
-    ViewTheme theme_;
+    EditorAppearance appearance_;
     double scale_;  // That the font is measured for.
     EditorFont font_;
     ViewRows rows_;

@@ -36,10 +36,10 @@ void TavrelTextView::paintEvent(QPaintEvent* event)
     QPainter painter(this);
     const QRegion& region = event->region();
     const QRect bounds = event->rect();
-    painter.fillRect(bounds, QColor::fromRgb(theme_.background));
+    painter.fillRect(bounds, QColor::fromRgb(appearance_.theme.background));
     for (const QRectF& rect : decorations_.selection) {
         if (rect.intersects(bounds))
-            painter.fillRect(rect, QColor::fromRgb(theme_.selection));
+            painter.fillRect(rect, QColor::fromRgb(appearance_.theme.selection));
     }
     for (const VisibleRow& row : visible_) {
         const QRect rect = rowRect(row);
@@ -50,14 +50,14 @@ void TavrelTextView::paintEvent(QPaintEvent* event)
             paintRow(painter, row, clip);
     }
     if (decorations_.marker) {
-        QColor color = QColor::fromRgb(theme_.marker);
+        QColor color = QColor::fromRgb(appearance_.theme.marker);
         color.setAlphaF(0.9F);
         painter.fillRect(*decorations_.marker, color);
     }
     if (!preedit_.isEmpty())
         paintPreedit(painter);
     for (const QRectF& rect : decorations_.cursors)
-        painter.fillRect(rect, QColor::fromRgb(theme_.cursor));
+        painter.fillRect(rect, QColor::fromRgb(appearance_.theme.cursor));
 }
 
 void TavrelTextView::paintRow(QPainter& painter, const VisibleRow& row, const QRect& clip) const
@@ -66,7 +66,8 @@ void TavrelTextView::paintRow(QPainter& painter, const VisibleRow& row, const QR
     // Letters may lean out of their columns a little.
     const RowSpan span{clip.left() - linePadding - font_.advance(),
                        clip.right() + 1 - linePadding + font_.advance()};
-    row.row.layout->paint(painter, row.row.index, {linePadding, row.top}, span, runs, theme_);
+    row.row.layout->paint(painter, row.row.index, {linePadding, row.top}, span, runs,
+                          appearance_.theme);
 }
 
 void TavrelTextView::paintPreedit(QPainter& painter) const
@@ -84,11 +85,11 @@ void TavrelTextView::paintPreedit(QPainter& painter) const
     line.setLineWidth(1e6);
     layout.endLayout();
     const QRectF box(cursor->left(), cursor->top(), line.naturalTextWidth(), font_.rowHeight());
-    painter.fillRect(box, QColor::fromRgb(theme_.selection));
-    painter.setPen(QColor::fromRgb(theme_.foreground));
+    painter.fillRect(box, QColor::fromRgb(appearance_.theme.selection));
+    painter.setPen(QColor::fromRgb(appearance_.theme.foreground));
     layout.draw(&painter, {box.left(), box.top() + font_.baseline() - line.ascent()});
     painter.fillRect(QRectF(box.left(), box.bottom() - 1, box.width(), 1),
-                     QColor::fromRgb(theme_.foreground));
+                     QColor::fromRgb(appearance_.theme.foreground));
 }
 
 }  // namespace tavrel

@@ -52,7 +52,7 @@ bool TavrelTextView::focusNextPrevChild(bool)
 void TavrelTextView::keyPressEvent(QKeyEvent* event)
 {
     event->accept();
-    const KeyEvent key = keyEventFromQt(*event, CommandKey::ctrl);
+    const KeyEvent key = keyEventFromQt(*event, appearance_.commandKey);
     if (keyInterceptor && keyInterceptor(key))
         return;
     if (isLoneModifier(*event) || pane_.keyDown(key))

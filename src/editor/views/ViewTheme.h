@@ -9,7 +9,9 @@
 
 namespace tavrel {
 
-/// The colours that the editor's views draw with.
+struct EditorTheme;
+
+/// The colours that the editor's views draw with; at first those of the built-in theme.
 struct ViewTheme {
     QRgb background = 0xFF1F2430;
     QRgb foreground = 0xFFCBD2DC;
@@ -34,6 +36,8 @@ struct ViewTheme {
         return index < tokens.size() ? tokens[index] : foreground;
     }
 };
+
+ViewTheme viewTheme(const EditorTheme& theme);
 
 static_assert(static_cast<std::size_t>(SyntaxToken::accent) + 1 == ViewTheme{}.tokens.size());
 
