@@ -57,7 +57,7 @@ std::vector<std::size_t> offsetsFromJson(const Json& offsets)
     return result;
 }
 
-/// The member "date", as in "2026-11-21T10:46:15"; absent, the day that dates are counted from.
+/// The member "date", as in "2026-11-21T10:46:15"; absent, each part has its default.
 FixedCalendar calendarMember(const Json& body)
 {
     if (!member(body, "date"))
