@@ -1,5 +1,6 @@
 #include "app/Application.h"
 
+#include "app/EditorStyle.h"
 #include "app/FileLoader.h"
 #include "app/MainWindow.h"
 #include "app/ProgramOptions.h"
@@ -9,16 +10,20 @@
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/PosixFileSystem.h"
+#include "platform/PrivateFolder.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QFile>
 #include <QImage>
+#include <QLoggingCategory>
 #include <QPalette>
 #include <QPixmap>
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
 
 namespace tavrel {
@@ -45,12 +50,26 @@ QPalette paletteOf(const ViewTheme& theme)
     return palette;
 }
 
+std::filesystem::path environmentPath(const char* name)
+{
+    return std::filesystem::path(qgetenv(name).toStdString());
+}
+
+// Without one, which takes a full or missing temporary folder, the program does what it can.
+std::filesystem::path pathOf(const tl::expected<PrivateFolder, FileError>& folder)
+{
+    return folder ? folder->path() : std::filesystem::path();
+}
+
 // The one run of the program: what lives as long as its window.
 class ApplicationRun {
 public:
     ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem)
         : options_(options), loader_(loader),
-          window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_}, options.size)
+          privateFolder_(PrivateFolder::create(fileSystem, environmentPath("XDG_RUNTIME_DIR"),
+                                               QFile::encodeName(QDir::tempPath()).toStdString())),
+          window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_)},
+                  options.size)
     {
         const std::vector<KeyMapEntry> keyMap = defaultKeyMapEntries();
         window_.pane().commandDispatcher().load(keyMap);
@@ -98,6 +117,7 @@ private:
     QtMainQueue mainQueue_;
     QtPasteboard pasteboard_;
     LocalCalendar calendar_;
+    tl::expected<PrivateFolder, FileError> privateFolder_;
     MainWindow window_;
     bool hasPainted_ = false;
     bool isPictureDue_ = false;
@@ -114,7 +134,9 @@ int runApplication(const ProgramOptions& options, char* programName)
 
     int argumentCount = 1;
     char* arguments[] = {programName, nullptr};
-    QApplication::setStyle(QStringLiteral("fusion"));
+    QApplication::setStyle(new EditorStyle);  // The application owns it.
+    // Fonts that cannot show a text are reported once for each attempt; the text shows what is missing.
+    QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     QApplication application(argumentCount, arguments);
     QApplication::setApplicationName(QStringLiteral("tavrel-code"));
     QApplication::setDesktopFileName(QStringLiteral("tavrel-code"));

@@ -1,7 +1,11 @@
 #pragma once
 
+#include "config/cson/CSONValue.h"
+
+#include <optional>
 #include <set>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -19,8 +23,14 @@ struct LanguageMode {
     std::vector<std::string> stringDelimiters;
     std::string punctuation;
 
+    static constexpr std::string_view defaultPunctuation = "{}[]();:,.+-*/%=<>!&|^~?";
+
     /// The mode of every file without a language.
     static LanguageMode plain() { return {.id = "text", .name = "Text"}; }
+
+    /// The mode that a parsed mode file holds; nothing where it is no map or has no text as its
+    /// `id`. Every other field of a wrong shape counts as missing.
+    static std::optional<LanguageMode> fromValue(const CSONValue& value);
 
     bool operator==(const LanguageMode&) const = default;
 };

@@ -236,7 +236,7 @@ bool EditorPane::hasChangedOnDisk() const
 void EditorPane::writeTo(const std::filesystem::path& path, std::u16string_view doneWord,
                          std::u16string_view failure)
 {
-    const auto written = writeDocument(services_.fileSystem, path, text());
+    const auto written = writeDocument(services_.fileSystem, path, text(), services_.asideFolder);
     if (!written) {
         setStatus(failureText(failure, path, written.error()));
         return;

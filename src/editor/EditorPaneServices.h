@@ -1,5 +1,7 @@
 #pragma once
 
+#include <filesystem>
+
 namespace tavrel {
 
 class Calendar;
@@ -8,13 +10,16 @@ class FileSystem;
 class MainQueue;
 class Pasteboard;
 
-/// The objects a pane works with. It borrows all of them.
+/// The objects a pane works with. It borrows all but the path.
 struct EditorPaneServices {
     const Clock& clock;
     MainQueue& mainQueue;
     FileSystem& fileSystem;
     Pasteboard& pasteboard;
     const Calendar& calendar;
+    /// A folder that only this process can read, for the old bytes of a file that is written in
+    /// place; empty for none. Then a file in a folder that cannot be written cannot be saved.
+    std::filesystem::path asideFolder = {};
 };
 
 /// The preferences a pane follows.

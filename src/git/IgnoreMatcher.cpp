@@ -138,13 +138,14 @@ private:
     {
         bits[bit / wordBits] |= Word{1} << (bit % wordBits);
     }
-    const Word* takers(char32_t character, Words& scratch) const;
+    static bool isSet(const Word* bits, std::size_t bit)
+    {
+        return (bits[bit / wordBits] >> (bit % wordBits) & 1) != 0;
+    }
+    const Word* takers(char32_t character, State& state) const;
     bool take(char32_t character, bool mayStart, State& state) const;
     void leaveOut(Words& bits) const;
-    bool isThrough(State& state) const
-    {
-        return (state.active[stepCount_ / wordBits] >> (stepCount_ % wordBits) & 1) != 0;
-    }
+    bool isThrough(State& state) const { return isSet(state.active.data(), stepCount_); }
 
     std::size_t stepCount_;
     std::size_t wordCount_;
@@ -218,9 +219,10 @@ IgnoreMatcher::Program::Program(const IgnoreTranslation& translation,
     }
 }
 
-/// The steps that can take `character`; made in `scratch` where it is not ASCII.
-const Word* IgnoreMatcher::Program::takers(char32_t character, Words& scratch) const
+/// The active steps that can take `character`, and others; made anew where it is not ASCII.
+const Word* IgnoreMatcher::Program::takers(char32_t character, State& state) const
 {
+    Words& scratch = state.scratch;
     if (character < CharacterClass::asciiCount)
         return ascii_.data() + character * wordCount_;
     std::copy(others_.begin(), others_.end(), scratch.data());
@@ -233,7 +235,7 @@ const Word* IgnoreMatcher::Program::takers(char32_t character, Words& scratch) c
             setBit(scratch.data(), other.bit);
     }
     for (const OtherClass& other : otherClasses_) {
-        if (classes_[other.index].contains(character))
+        if (isSet(state.active.data(), other.bit) && classes_[other.index].contains(character))
             setBit(scratch.data(), other.bit);
     }
     return scratch.data();
@@ -257,7 +259,7 @@ void IgnoreMatcher::Program::leaveOut(Words& bits) const
 bool IgnoreMatcher::Program::take(char32_t character, bool mayStart, State& state) const
 {
     const bool isSlash = character == U'/';
-    const Word* taking = takers(character, state.scratch);
+    const Word* taking = takers(character, state);
     Words& active = state.active;
     Words& entered = state.entered;
     Word shifted = mayStart ? 1 : 0;

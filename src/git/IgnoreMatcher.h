@@ -24,8 +24,8 @@ struct IgnorePath {
 /// Whether no character of `path`, which is UTF-8, ends a line.
 bool isPlainPath(std::string_view path);
 
-/// Tells which paths the regular expression of an ignore pattern matches, in time that grows with
-/// the length of the path alone, whatever the pattern.
+/// Tells which paths the regular expression of an ignore pattern matches, in time bounded by the
+/// product of the lengths of path and pattern.
 ///
 /// Gives the answers of the expression itself: most patterns are a comparison of strings, and the
 /// rest run all their possible positions side by side, one bit each. So no pattern of a foreign

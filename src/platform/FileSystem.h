@@ -65,6 +65,8 @@ public:
     virtual Result<void> rename(const Path& from, const Path& to) = 0;
     /// Swaps two existing names in one step. `EINVAL` or `ENOSYS` where the file system cannot.
     virtual Result<void> exchange(const Path& one, const Path& other) = 0;
+    /// Makes one folder; `EEXIST` where the name is taken, by a folder too.
+    virtual Result<void> makeFolder(const Path& path, unsigned mode) = 0;
     /// Removes the name of a file.
     virtual Result<void> remove(const Path& path) = 0;
 };

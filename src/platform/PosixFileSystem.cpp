@@ -231,6 +231,11 @@ FileSystem::Result<void> PosixFileSystem::exchange(const Path& one, const Path& 
     return outcome(::renameat2(AT_FDCWD, one.c_str(), AT_FDCWD, other.c_str(), RENAME_EXCHANGE));
 }
 
+FileSystem::Result<void> PosixFileSystem::makeFolder(const Path& path, unsigned mode)
+{
+    return outcome(::mkdir(path.c_str(), mode));
+}
+
 FileSystem::Result<void> PosixFileSystem::remove(const Path& path)
 {
     return outcome(::unlink(path.c_str()));

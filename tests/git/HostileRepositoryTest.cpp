@@ -43,7 +43,7 @@ protected:
     std::string program(const std::string& name)
     {
         folder_.writeProgram("evil/" + name,
-                             "#!/bin/sh\n: > '" + folder_.at("ran/" + name) + "'\ncat\n");
+                             "#!/bin/sh\n: > '" + folder_.at("ran/" + name) + "'\nexit 1\n");
         return folder_.at("evil/" + name);
     }
     void configure(const std::string& setting, const std::string& value)
@@ -130,7 +130,7 @@ TEST_F(HostileRepositoryTest, ThePreparedProgramsDoRunUnderPlainGit)
     configure("diff.external", program("diff-external"));
     folder_.write("r/a", secondChanged);
     folder_.git("r", {"status"});
-    folder_.git("r", {"diff"});
+    EXPECT_ANY_THROW(folder_.git("r", {"diff"}));  // As the program gives an error.
     EXPECT_TRUE(folder_.exists("ran/fsmonitor"));
     EXPECT_TRUE(folder_.exists("ran/diff-external"));
 }

@@ -62,8 +62,10 @@ std::string randomPath(std::mt19937& random)
 TEST(IgnoreMatcher, GivesTheAnswersOfTheExpression)
 {
     const std::vector<std::string> pieces{
-        "a", "b", "*", "**", "**/",   "/", "?",  "[ab]", "[!a]", "[^b-]", "[[:alpha:]]", "\\*",
-        "]", "[", "é", "😀",  "[é-ü]", ".", "\\", "-",    "a/",   "*/",    "[a/]"};
+        "a",    "b",    "*",     "**",          "**/",     "/",        "?",
+        "[ab]", "[!a]", "[^b-]", "[[:alpha:]]", "\\*",     "]",        "[",
+        "é",    "😀",    "[é-ü]", ".",           "\\",      "-",        "a/",
+        "*/",   "[a/]", "[!é]",  "[a&&b]",      "[!a&&b]", "[a-z--b]", "[^a-z--b]"};
     std::size_t matched = 0;
     for (unsigned seed = 0; seed < 2'000; ++seed) {
         std::mt19937 random(seed);

@@ -232,6 +232,11 @@ FileSystem::Result<void> FailingFileSystem::exchange(const Path& one, const Path
     return attempt("exchange", [&] { return machine_.exchange(one, other); });
 }
 
+FileSystem::Result<void> FailingFileSystem::makeFolder(const Path& path, unsigned mode)
+{
+    return attempt("makeFolder", [&] { return machine_.makeFolder(path, mode); });
+}
+
 FileSystem::Result<void> FailingFileSystem::remove(const Path& path)
 {
     return attempt("remove", [&] { return machine_.remove(path); });

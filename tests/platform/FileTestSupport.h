@@ -87,6 +87,7 @@ public:
     Result<void> removeAttribute(int descriptor, const std::string& name) override;
     Result<void> rename(const Path& from, const Path& to) override;
     Result<void> exchange(const Path& one, const Path& other) override;
+    Result<void> makeFolder(const Path& path, unsigned mode) override;
     Result<void> remove(const Path& path) override;
 
 private:

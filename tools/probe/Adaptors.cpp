@@ -11,12 +11,22 @@ struct Engine {
     Json (*adaptor)(ProbeRequest& request);
 };
 
+// One row a line, so that a new one touches no other.
+// clang-format off
 constexpr std::array engines{
-    Engine{"chord", chordAdaptor},   Engine{"complete", completeAdaptor},
-    Engine{"cson", csonAdaptor},     Engine{"edit", editAdaptor},
-    Engine{"ignore", ignoreAdaptor}, Engine{"linediff", lineDiffAdaptor},
-    Engine{"tree", treeAdaptor},     Engine{"walk", walkAdaptor},
+    Engine{"chord", chordAdaptor},
+    Engine{"complete", completeAdaptor},
+    Engine{"cson", csonAdaptor},
+    Engine{"edit", editAdaptor},
+    Engine{"ignore", ignoreAdaptor},
+    Engine{"linediff", lineDiffAdaptor},
+    Engine{"mode", modeAdaptor},
+    Engine{"settings", settingsAdaptor},
+    Engine{"theme", themeAdaptor},
+    Engine{"tree", treeAdaptor},
+    Engine{"walk", walkAdaptor},
 };
+// clang-format on
 
 Json errorAnswer(const std::string& why)
 {

@@ -17,6 +17,9 @@ Json csonAdaptor(ProbeRequest& request);
 Json editAdaptor(ProbeRequest& request);
 Json ignoreAdaptor(ProbeRequest& request);
 Json lineDiffAdaptor(ProbeRequest& request);
+Json modeAdaptor(ProbeRequest& request);
+Json settingsAdaptor(ProbeRequest& request);
+Json themeAdaptor(ProbeRequest& request);
 Json treeAdaptor(ProbeRequest& request);
 Json walkAdaptor(ProbeRequest& request);
 

@@ -51,6 +51,31 @@ Json jsonFromValue(const CSONValue& root)
     return result;
 }
 
+CSONValue valueFromJson(const Json& value)
+{
+    if (value.is_object()) {
+        std::vector<CSONMember> members;
+        for (const auto& [name, child] : value.items())
+            members.push_back({utf8FromJson(name), valueFromJson(child)});
+        return CSONValue::map(std::move(members));
+    }
+    if (value.is_array()) {
+        std::vector<CSONValue> elements;
+        for (const Json& child : value)
+            elements.push_back(valueFromJson(child));
+        return CSONValue::array(std::move(elements));
+    }
+    if (value.is_string())
+        return CSONValue(utf8FromJson(value));
+    if (value.is_boolean())
+        return CSONValue(value.get<bool>());
+    if (value.is_number_unsigned())
+        return CSONValue(value.get<std::uint64_t>());
+    if (value.is_number_integer())
+        return CSONValue(value.get<std::int64_t>());
+    return value.is_number() ? CSONValue(value.get<double>()) : CSONValue();
+}
+
 Json jsonFromError(const CSONError& error)
 {
     return {{"error",

@@ -92,13 +92,17 @@ tl::expected<std::vector<KeyMapEntry>, CSONError> keyMapFromCSON(std::string_vie
 tl::expected<std::vector<KeyMapEntry>, CSONError> keyMapFromCSON(std::string_view text,
                                                                  std::string_view section)
 {
-    const auto value = TavrelCSONBackend::parseCSON(text);
+    return TavrelCSONBackend::parseCSON(text).map(
+        [&](const CSONValue& value) { return keyMapFromCSON(text, value, section); });
+}
+
+std::vector<KeyMapEntry> keyMapFromCSON(std::string_view text, const CSONValue& value,
+                                        std::string_view section)
+{
+    const CSONValue* map = value.find(section);
     const auto json = TavrelCSONBackend::normalizedJSONFromCSON(text);
-    if (!value || !json)
-        return tl::unexpected(value ? json.error() : value.error());
-    const CSONValue* map = value->find(section);
-    if (!map)
-        return std::vector<KeyMapEntry>();
+    if (!map || !json)
+        return {};
     // Of two sections with one name the last one counts, as in the value.
     const std::vector<MemberText> members = membersInOrder(*json);
     const auto last = std::find_if(members.rbegin(), members.rend(), [&](const MemberText& member) {

@@ -26,4 +26,8 @@ tl::expected<std::vector<KeyMapEntry>, CSONError> keyMapFromCSON(std::string_vie
 tl::expected<std::vector<KeyMapEntry>, CSONError> keyMapFromCSON(std::string_view text,
                                                                  std::string_view section);
 
+/// The same where the value of `text` is known already.
+std::vector<KeyMapEntry> keyMapFromCSON(std::string_view text, const CSONValue& value,
+                                        std::string_view section);
+
 }  // namespace tavrel

@@ -24,8 +24,11 @@ const SegmentCache::Entry* SegmentCache::find(std::size_t location)
 const SegmentCache::Entry* SegmentCache::insert(const LineSegment& segment,
                                                 std::shared_ptr<const SegmentLayout> layout)
 {
-    if (entries_.size() >= capacity)
+    memoryBytes_ += layout->memoryBytes();
+    if (entries_.size() >= capacity || memoryBytes_ > maximumMemoryBytes) {
         dropOldest();
+        memoryBytes_ += layout->memoryBytes();
+    }
     const auto at = std::lower_bound(
         entries_.begin(), entries_.end(), segment.start,
         [](const Entry& entry, std::size_t start) { return entry.segment.start < start; });
@@ -41,6 +44,7 @@ void SegmentCache::replace(TextRange range, std::size_t newLength)
         return entry.segment.lineStart <= range.end() &&
                entry.segment.nextStart + reach >= range.location;
     });
+    updateMemory();
     for (Entry& entry : entries_) {
         LineSegment& segment = entry.segment;
         if (segment.start < range.end())
@@ -51,16 +55,27 @@ void SegmentCache::replace(TextRange range, std::size_t newLength)
     }
 }
 
+// Drops the half that has not been used for longest.
 void SegmentCache::dropOldest()
 {
-    std::vector<std::uint64_t> uses;
-    uses.reserve(entries_.size());
+    if (!entries_.empty()) {
+        std::vector<std::uint64_t> uses;
+        uses.reserve(entries_.size());
+        for (const Entry& entry : entries_)
+            uses.push_back(entry.lastUse);
+        const auto middle = uses.begin() + static_cast<std::ptrdiff_t>(uses.size() / 2);
+        std::nth_element(uses.begin(), middle, uses.end());
+        std::erase_if(entries_,
+                      [limit = *middle](const Entry& entry) { return entry.lastUse <= limit; });
+    }
+    updateMemory();
+}
+
+void SegmentCache::updateMemory()
+{
+    memoryBytes_ = 0;
     for (const Entry& entry : entries_)
-        uses.push_back(entry.lastUse);
-    const auto middle = uses.begin() + static_cast<std::ptrdiff_t>(uses.size() / 2);
-    std::nth_element(uses.begin(), middle, uses.end());
-    std::erase_if(entries_,
-                  [limit = *middle](const Entry& entry) { return entry.lastUse < limit; });
+        memoryBytes_ += entry.layout->memoryBytes();
 }
 
 }  // namespace tavrel

@@ -83,6 +83,13 @@ public:
     virtual void paint(QPainter& painter, std::size_t row, QPointF topLeft, RowSpan clip,
                        std::span<const TokenRun> runs, const ViewTheme& theme) const = 0;
 
+    /// About how much memory this object may come to take.
+    virtual std::size_t memoryBytes() const
+    {
+        return sizeof(*this) + text_.size() * sizeof(char16_t) +
+               rowStarts_.size() * sizeof(std::uint32_t);
+    }
+
 protected:
     explicit SegmentLayout(std::u16string text) : text_(std::move(text)) {}
 

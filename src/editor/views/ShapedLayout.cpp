@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <optional>
 
 namespace tavrel {
 
@@ -92,17 +93,20 @@ ShapedLayout::ShapedLayout(std::u16string text, const EditorFont& font,
     : SegmentLayout(std::move(text)), font_(font), settings_(settings)
 {
     settings_.tabWidth = std::max<std::size_t>(settings_.tabWidth, 1);
-    if (settings_.wraps) {
-        const double columns = std::floor(settings_.width / font_.advance() + 0.001);
-        const auto limit = static_cast<std::size_t>(std::clamp(columns, 1.0, 1e6));
-        for (std::size_t start = 0;;) {
-            start += rowLengthFrom(start, limit);
-            if (start >= text_.size())
-                break;
-            rowStarts_.push_back(static_cast<std::uint32_t>(start));
-        }
+    if (!settings_.wraps) {
+        rows_.resize(1);
+        return;
     }
-    rows_.resize(rowStarts_.size());
+    const double columns = std::floor(settings_.width / font_.advance() + 0.001);
+    const auto limit = static_cast<std::size_t>(std::clamp(columns, 1.0, 1e6));
+    for (std::size_t start = 0;;) {
+        MeasuredRow row = rowFrom(start, limit);
+        rows_.push_back(std::move(row.layout));
+        start += row.length;
+        if (start >= text_.size())
+            break;
+        rowStarts_.push_back(static_cast<std::uint32_t>(start));
+    }
 }
 
 ShapedLayout::~ShapedLayout() = default;
@@ -121,36 +125,62 @@ std::unique_ptr<QTextLayout> ShapedLayout::shape(std::size_t start, std::size_t 
     return layout;
 }
 
-// How many units the row that begins at `start` holds. Always at least one where text is left.
-std::size_t ShapedLayout::rowLengthFrom(std::size_t start, std::size_t columns) const
+ShapedLayout::MeasuredRow ShapedLayout::measure(std::size_t start, std::size_t limit,
+                                                std::size_t columns) const
 {
-    // Marks without width do not fill a row, but no row is longer than this.
+    MeasuredRow row{0, shape(start, limit)};
+    row.layout->beginLayout();
+    QTextLine line = row.layout->createLine();
+    if (line.isValid()) {
+        line.setLineWidth(font_.advance() * static_cast<double>(columns) + 0.01);
+        row.length = static_cast<std::size_t>(std::max(line.textLength(), 0));
+    }
+    row.layout->endLayout();
+    return row;
+}
+
+// How many units the row that begins at `start` holds, at least one where text is left. The layout
+// is that of the row where it could be kept.
+ShapedLayout::MeasuredRow ShapedLayout::rowFrom(std::size_t start, std::size_t columns) const
+{
     const std::size_t rest = text_.size() - start;
-    const std::size_t length = std::min(rest, columns * 4 + 16);
-    const std::unique_ptr<QTextLayout> layout = shape(start, length);
-    layout->beginLayout();
-    QTextLine line = layout->createLine();
-    if (!line.isValid())
-        return length;
-    line.setLineWidth(font_.advance() * static_cast<double>(columns) + 0.01);
-    layout->endLayout();
-    std::size_t fits =
-        std::clamp<std::size_t>(static_cast<std::size_t>(line.textLength()), 1, length);
+    std::size_t limit = std::min(rest, columns + 16);
+    MeasuredRow row = measure(start, limit, columns);
+    if (row.length >= limit && limit < rest) {
+        // Marks without width do not fill a row, but no row is longer than this.
+        limit = std::min(rest, columns * 4 + 64);
+        row = measure(start, limit, columns);
+    }
+    const std::size_t shaped = row.length;
+    std::size_t fits = std::clamp<std::size_t>(shaped, std::min<std::size_t>(1, rest), limit);
     while (start + fits < text_.size() && isBlank(text_[start + fits]))
         ++fits;  // Blanks hang over the edge.
-    if (fits == rest || isBlank(text_[start + fits - 1]))
-        return fits;
+    if (fits < rest && !isBlank(text_[start + fits - 1]))
+        fits = breakBefore(start, fits);
+    row.length = fits;
+    // Blanks at the end of a measured line have no place of their own in it.
+    if (fits != shaped || fits == 0 || isBlank(text_[start + fits - 1]))
+        row.layout.reset();
+    return row;
+}
 
-    const QString word = layout->text().left(static_cast<qsizetype>(std::min(length, fits + 2)));
-    QTextBoundaryFinder finder(QTextBoundaryFinder::Line, word);
+// The last place, at most `fits` units behind `start`, where a row may end; `fits` where there is
+// none.
+std::size_t ShapedLayout::breakBefore(std::size_t start, std::size_t fits) const
+{
+    const std::size_t length = std::min(text_.size() - start, fits + 2);
+    const QStringView word(text_.data() + start, static_cast<qsizetype>(length));
+    std::optional<QTextBoundaryFinder> finder;
     for (std::size_t i = fits; i > 0; --i) {
         const char16_t before = text_[start + i - 1];
         if (isBlank(before))
             return i;
         if (!isForeign(before, text_[start + i]))
             continue;
-        finder.setPosition(static_cast<qsizetype>(i));
-        if (finder.isAtBoundary())
+        if (!finder)
+            finder.emplace(QTextBoundaryFinder::Line, word);
+        finder->setPosition(static_cast<qsizetype>(i));
+        if (finder->isAtBoundary())
             return i;
     }
     return fits;
@@ -265,6 +295,13 @@ void ShapedLayout::paint(QPainter& painter, std::size_t row, QPointF topLeft, Ro
     painter.setPen(QColor::fromRgba(theme.foreground));
     layout.draw(&painter, at, formats);
     painter.restore();
+}
+
+std::size_t ShapedLayout::memoryBytes() const
+{
+    constexpr std::size_t bytesPerShapedUnit = 64;  // Glyphs, attributes: rather too many.
+    return SegmentLayout::memoryBytes() + text_.size() * bytesPerShapedUnit +
+           rows_.size() * sizeof(QTextLayout) * 8;
 }
 
 }  // namespace tavrel

@@ -21,15 +21,24 @@ public:
     std::vector<RowSpan> spans(std::size_t row, std::size_t start, std::size_t end) const override;
     void paint(QPainter& painter, std::size_t row, QPointF topLeft, RowSpan clip,
                std::span<const TokenRun> runs, const ViewTheme& theme) const override;
+    std::size_t memoryBytes() const override;
 
 private:
+    // A row with the layout whose only line is that row; its text may go on behind it.
+    struct MeasuredRow {
+        std::size_t length = 0;
+        std::unique_ptr<QTextLayout> layout;
+    };
+
     std::unique_ptr<QTextLayout> shape(std::size_t start, std::size_t length) const;
+    MeasuredRow measure(std::size_t start, std::size_t limit, std::size_t columns) const;
+    MeasuredRow rowFrom(std::size_t start, std::size_t columns) const;
+    std::size_t breakBefore(std::size_t start, std::size_t fits) const;
     const QTextLayout& rowLayout(std::size_t row) const;
-    std::size_t rowLengthFrom(std::size_t start, std::size_t columns) const;
 
     const EditorFont& font_;
     WrapSettings settings_;
-    // Each row is shaped by itself, when it is first asked for.
+    // Each row is shaped by itself: where measuring has not done it, when it is first asked for.
     mutable std::vector<std::unique_ptr<QTextLayout>> rows_;
 };
 

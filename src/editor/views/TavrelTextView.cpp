@@ -44,8 +44,8 @@ bool isTouched(const TextRow& row, std::span<const TextChange> changes)
 }  // namespace
 
 TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent)
-    : QWidget(parent), pane_(pane), delegate_(delegate),
-      font_(QStringLiteral("Menlo"), 13, devicePixelRatioF()), rows_(font_),
+    : QWidget(parent), pane_(pane), delegate_(delegate), scale_(devicePixelRatioF()),
+      font_(QStringLiteral("Menlo"), 13, scale_), rows_(font_),
       columnWidth_(pane.settings().columnWidth)
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -102,6 +102,17 @@ void TavrelTextView::setColumnWidth(int columns)
 void TavrelTextView::setFieldLayout(bool isFieldLayout)
 {
     isFieldLayout_ = isFieldLayout;
+    updateWrap();
+    layOutAll();
+}
+
+void TavrelTextView::updateScale()
+{
+    if (devicePixelRatioF() == scale_)
+        return;
+    scale_ = devicePixelRatioF();
+    font_ = EditorFont(QStringLiteral("Menlo"), 13, scale_);
+    rows_.setFont(font_);
     updateWrap();
     layOutAll();
 }
@@ -273,7 +284,10 @@ ViewDecorations TavrelTextView::makeDecorations() const
 void TavrelTextView::setDecorations(ViewDecorations decorations)
 {
     const QRegion changed = decorations_.changesTo(decorations);
+    const bool movesPrimary = decorations_.primary != decorations.primary;
     decorations_ = std::move(decorations);
+    if (movesPrimary)
+        updateMicroFocus(Qt::ImCursorRectangle);
     if (!changed.isEmpty())
         update(changed);
 }

@@ -96,6 +96,7 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void contextMenuEvent(QContextMenuEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
@@ -107,6 +108,7 @@ private:
     void storageDidChangeTokens(const TextStorage& storage, TextRange range) override;
 
     void observe(TextStorage* storage);
+    void updateScale();
     void updateWrap();
     void layOutAll();
     void moveTo(ScrollOrigin origin);
@@ -130,6 +132,7 @@ private:
     EditorPane& pane_;
     TavrelTextViewDelegate* delegate_;
     ViewTheme theme_;
+    double scale_;  // That the font is measured for.
     EditorFont font_;
     ViewRows rows_;
     TextStorage* storage_ = nullptr;            // The one observed, of the pane's active document.

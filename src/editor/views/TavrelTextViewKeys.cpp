@@ -38,7 +38,10 @@ bool TavrelTextView::event(QEvent* event)
         event->accept();
         return true;
     }
-    return QWidget::event(event);
+    const bool result = QWidget::event(event);
+    if (event->type() == QEvent::ScreenChangeInternal)
+        updateScale();
+    return result;
 }
 
 bool TavrelTextView::focusNextPrevChild(bool)

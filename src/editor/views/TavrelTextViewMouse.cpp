@@ -1,6 +1,9 @@
 #include "editor/views/TavrelTextView.h"
 
+#include <QContextMenuEvent>
 #include <QGuiApplication>
+#include <QInputMethod>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QStyleHints>
 #include <QTimerEvent>
@@ -17,6 +20,19 @@ constexpr double rowsPerWheelStep = 3;
 constexpr double anglePerWheelStep = 120;
 constexpr int autoscrollMilliseconds = 30;
 constexpr double clickSlop = 5;
+
+struct ContextItem {
+    const char16_t* title;
+    const char* command;  // Null for a separator.
+};
+
+constexpr ContextItem contextItems[] = {
+    {u"Cut", "cut"},
+    {u"Copy", "copy"},
+    {u"Paste", "paste"},
+    {u"", nullptr},
+    {u"Select All", "selectAll"},
+};
 
 }  // namespace
 
@@ -62,6 +78,8 @@ void TavrelTextView::beginDrag(const QMouseEvent& event)
 {
     clickTime_ = event.timestamp();
     clickPoint_ = event.position();
+    if (!preedit_.isEmpty())
+        QGuiApplication::inputMethod()->commit();
     setFocus(Qt::MouseFocusReason);
     const std::size_t location = offsetAt(event.position());
     if (event.modifiers() & Qt::ControlModifier) {
@@ -111,6 +129,22 @@ void TavrelTextView::mouseReleaseEvent(QMouseEvent* event)
         return;
     isDragging_ = false;
     autoscrollTimer_.stop();
+}
+
+void TavrelTextView::contextMenuEvent(QContextMenuEvent* event)
+{
+    auto* menu = new QMenu(this);
+    menu->setAttribute(Qt::WA_DeleteOnClose);
+    for (const ContextItem& item : contextItems) {
+        if (!item.command) {
+            menu->addSeparator();
+            continue;
+        }
+        menu->addAction(QString::fromUtf16(item.title), this, [this, command = item.command] {
+            pane_.runCommand(EditorCommand{command, {}});
+        });
+    }
+    menu->popup(event->globalPos());
 }
 
 void TavrelTextView::timerEvent(QTimerEvent* event)

@@ -63,59 +63,52 @@ ScrollOrigin ViewScroll::movedBy(ScrollOrigin origin, double distance) const
     return clamped({row.start(), left});
 }
 
+// Where the row that begins at `start` stands when all of it is in sight.
+std::optional<double> ViewScroll::wholeRowTop(const std::vector<VisibleRow>& visible,
+                                              std::size_t start) const
+{
+    for (const VisibleRow& each : visible) {
+        const bool isWhole = each.top >= 0 && each.top + rowHeight_ <= viewHeight_;
+        if (each.row.start() == start && (isWhole || viewHeight_ < rowHeight_))
+            return each.top;
+    }
+    return std::nullopt;
+}
+
+// How far the picture has to move for a row that lies less than a page beyond one of its edges.
+std::optional<double> ViewScroll::distanceTo(const std::vector<VisibleRow>& visible,
+                                             const TextRow& target) const
+{
+    const bool isDown = target.start() > visible.front().row.start();
+    TextRow row = isDown ? visible.back().row : visible.front().row;
+    double top = isDown ? visible.back().top : visible.front().top;
+    for (std::size_t i = 0; i <= rowsInView(); ++i) {
+        if (row.start() == target.start())
+            return isDown ? top + rowHeight_ - viewHeight_ : top;
+        std::optional<TextRow> next = isDown ? rows_.rowAfter(row) : rows_.rowBefore(row);
+        if (!next)
+            break;
+        row = std::move(*next);
+        top += isDown ? rowHeight_ : -rowHeight_;
+    }
+    return std::nullopt;
+}
+
 ScrollOrigin ViewScroll::showing(ScrollOrigin origin, TextRange range) const
 {
     const std::vector<VisibleRow> visible = visibleRows(origin);
     // The end of a range that ends in a terminator is on the row of that terminator.
     const TextRow target = rows_.row(range.isEmpty() ? range.location : range.end() - 1);
     const TextRow first = rows_.row(range.location);
-    const auto topOf = [&visible](const TextRow& row) -> std::optional<double> {
-        for (const VisibleRow& each : visible) {
-            if (each.row.start() == row.start())
-                return each.top;
-        }
-        return std::nullopt;
-    };
-    const std::optional<double> top = topOf(target);
-    if (top && *top + rowHeight_ <= viewHeight_ && (*top >= 0 || viewHeight_ < rowHeight_)) {
-        const std::optional<double> firstTop = topOf(first);
-        const std::size_t apart = target.start() - first.start();
-        if ((firstTop && *firstTop >= 0) || apart > 0x10000)
+    if (wholeRowTop(visible, target.start())) {
+        if (wholeRowTop(visible, first.start()))
             return origin;
         const ScrollOrigin lifted{first.start(), 0};
-        const std::vector<VisibleRow> then = visibleRows(lifted);
-        const bool showsBoth = std::any_of(then.begin(), then.end(), [&](const VisibleRow& each) {
-            return each.row.start() == target.start() && each.top + rowHeight_ <= viewHeight_;
-        });
+        const bool showsBoth = wholeRowTop(visibleRows(lifted), target.start()).has_value();
         return showsBoth ? clamped(lifted) : origin;
     }
-    // Just beyond an edge: move that far and no farther.
-    const std::size_t near = rowsInView();
-    if (!visible.empty() && target.start() > visible.front().row.start()) {
-        TextRow row = visible.back().row;
-        double bottom = visible.back().top + rowHeight_;
-        for (std::size_t i = 0; i <= near; ++i) {
-            if (row.start() == target.start())
-                return movedBy(origin, bottom - viewHeight_);
-            std::optional<TextRow> after = rows_.rowAfter(row);
-            if (!after)
-                break;
-            row = std::move(*after);
-            bottom += rowHeight_;
-        }
-    } else if (!visible.empty()) {
-        TextRow row = visible.front().row;
-        double rowTop = visible.front().top;
-        for (std::size_t i = 0; i <= near; ++i) {
-            if (row.start() == target.start())
-                return movedBy(origin, rowTop);
-            std::optional<TextRow> before = rows_.rowBefore(row);
-            if (!before)
-                break;
-            row = std::move(*before);
-            rowTop -= rowHeight_;
-        }
-    }
+    if (const std::optional<double> distance = distanceTo(visible, target))
+        return movedBy(origin, *distance);
     const double above = std::floor((viewHeight_ - rowHeight_) / 2 / rowHeight_) * rowHeight_;
     return clamped(up(target, std::max(above, 0.0)));
 }

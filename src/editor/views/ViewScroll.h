@@ -5,6 +5,7 @@
 #include "platform/TextRange.h"
 
 #include <cstddef>
+#include <optional>
 #include <vector>
 
 namespace tavrel {
@@ -43,6 +44,10 @@ public:
 private:
     std::size_t rowsInView() const;
     ScrollOrigin up(TextRow row, double distance) const;
+    std::optional<double> wholeRowTop(const std::vector<VisibleRow>& visible,
+                                      std::size_t start) const;
+    std::optional<double> distanceTo(const std::vector<VisibleRow>& visible,
+                                     const TextRow& target) const;
 
     const ViewRows& rows_;
     double rowHeight_;

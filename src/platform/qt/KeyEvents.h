@@ -1,16 +1,11 @@
 #pragma once
 
+#include "platform/CommandKey.h"
 #include "platform/KeyEvent.h"
 
 class QKeyEvent;
 
 namespace tavrel {
-
-/// Which key of a PC keyboard counts as `commandModifier`.
-enum class CommandKey {
-    ctrl,   // Ctrl is command, Super is control.
-    super,  // Super is command and Ctrl is control, as on keyboards with a command key.
-};
 
 /// The press as the engines see it.
 ///

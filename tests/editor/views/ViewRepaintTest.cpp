@@ -57,13 +57,7 @@ TEST(ViewRepaint, PartialDrawingEqualsDrawingAnew)
         actions[action]();
         if (random() % 3)
             continue;  // Several changes between two drawings.
-        const QImage picture = shown.shownPicture();
-        const QImage fresh = shown.freshPicture();
-        if (picture != fresh) {
-            picture.save(QStringLiteral("repaint-shown.png"));
-            fresh.save(QStringLiteral("repaint-fresh.png"));
-        }
-        ASSERT_EQ(picture, fresh) << "step " << step << " action " << action;
+        ASSERT_TRUE(shown.showsWhatIsThere()) << "step " << step << " action " << action;
     }
 }
 

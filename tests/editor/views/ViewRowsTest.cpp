@@ -126,6 +126,30 @@ TEST(ViewRows, StayTrueUnderRandomEdits)
     }
 }
 
+TEST(SegmentCache, HoldsABoundedAmount)
+{
+    const WrapSettings wrap{font().advance() * 20, 4, true};
+    SegmentCache cache;
+    const auto fill = [&](const std::u16string& line, std::size_t count) {
+        for (std::size_t i = 0; i < count; ++i) {
+            const std::size_t start = i * (line.size() + 1);
+            const std::size_t end = start + line.size();
+            cache.insert({start, start, end, end + 1, true},
+                         SegmentLayout::make(line, font(), wrap));
+            EXPECT_LE(cache.size(), SegmentCache::capacity);
+            EXPECT_LE(cache.memoryBytes(), SegmentCache::maximumMemoryBytes);
+        }
+        const std::size_t last = (count - 1) * (line.size() + 1);
+        ASSERT_TRUE(cache.find(last));
+        EXPECT_EQ(cache.find(last)->segment.start, last);
+        EXPECT_FALSE(cache.find(0));
+    };
+    fill(u"short", 3 * SegmentCache::capacity);
+    cache.clear();
+    EXPECT_EQ(cache.memoryBytes(), 0u);
+    fill(std::u16string(4000, u'\u00E9'), 200);
+}
+
 class ViewScrollTest : public testing::Test {
 protected:
     static constexpr double rowHeight = 16;

@@ -13,6 +13,9 @@
 #include <QScreen>
 #include <QTest>
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <string>
 #include <string_view>
 
@@ -89,6 +92,30 @@ public:
     }
     /// The same drawn anew.
     QImage freshPicture() { return view.grab().toImage().convertToFormat(QImage::Format_RGB32); }
+
+    /// Whether the screen shows what drawing everything anew would; tells where it does not.
+    testing::AssertionResult showsWhatIsThere()
+    {
+        QImage shown = shownPicture();
+        QImage fresh = freshPicture();
+        if (shown != fresh) {
+            // A timer may have come between the two. What nobody asked to be drawn stays missing.
+            shown = shownPicture();
+            fresh = freshPicture();
+        }
+        if (shown == fresh)
+            return testing::AssertionSuccess();
+        QRect different;
+        for (int y = 0; y < std::min(shown.height(), fresh.height()); ++y) {
+            for (int x = 0; x < std::min(shown.width(), fresh.width()); ++x) {
+                if (shown.pixel(x, y) != fresh.pixel(x, y))
+                    different |= QRect(x, y, 1, 1);
+            }
+        }
+        return testing::AssertionFailure()
+               << "the pictures differ from " << different.left() << "," << different.top()
+               << " to " << different.right() << "," << different.bottom();
+    }
 
     SimulatedClock clock;
     ManualMainQueue mainQueue{clock};
