@@ -13,6 +13,7 @@
 #include "probe/Adaptors.h"
 #include "probe/ChordEvents.h"
 #include "probe/ProbeJson.h"
+#include "probe/ProbeLanguage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -93,6 +94,7 @@ public:
                    .tabWidth = static_cast<std::size_t>(pane_.settings().tabWidth)})
     {
         pane_.document().setText(TextSnapshot(textMember(body, "text")));
+        pane_.activeTab().language = languageMember(body);
         pane_.setView(this);
         loadKeys(body);
         if (const Json* selection = member(body, "selection"))
