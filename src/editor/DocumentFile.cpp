@@ -4,7 +4,6 @@
 #include "editor/TextEncoder.h"
 #include "platform/AtomicWrite.h"
 #include "platform/FileReader.h"
-
 #include "platform/Unicode.h"
 
 #include <algorithm>

@@ -42,8 +42,9 @@ bool isOneWordCharacter(std::u16string_view typed)
 }  // namespace
 
 EditorPane::EditorPane(EditorPaneServices services, EditorPaneSettings settings)
-    : services_(services), settings_(settings)
+    : services_(services)
 {
+    setSettings(settings);
     addTab(makeTab(std::make_shared<EditorDocument>()));
 }
 
@@ -51,6 +52,13 @@ EditorPane::~EditorPane()
 {
     for (const std::shared_ptr<EditorTab>& tab : tabs_)
         stopObserving(*tab->document);
+}
+
+void EditorPane::setSettings(const EditorPaneSettings& settings)
+{
+    settings_ = settings;
+    settings_.tabWidth = std::max(settings.tabWidth, 1);
+    settings_.columnWidth = std::max(settings.columnWidth, 1);
 }
 
 std::shared_ptr<EditorTab> EditorPane::makeTab(std::shared_ptr<EditorDocument> document) const

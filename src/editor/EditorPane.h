@@ -40,7 +40,8 @@ public:
     /// Both may be null, own nothing, and are to be taken away before they go.
     void setView(EditorPaneView* view) { view_ = view; }
     void setDelegate(EditorPaneDelegate* delegate) { delegate_ = delegate; }
-    void setSettings(const EditorPaneSettings& settings) { settings_ = settings; }
+    /// Widths below 1 count as 1.
+    void setSettings(const EditorPaneSettings& settings);
     const EditorPaneSettings& settings() const { return settings_; }
     const EditorPaneServices& services() const { return services_; }
 

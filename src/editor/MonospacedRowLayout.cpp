@@ -1,13 +1,41 @@
 #include "editor/MonospacedRowLayout.h"
 
+#include "editor/TextCursor.h"
 #include "platform/Unicode.h"
 
 #include <algorithm>
 #include <cmath>
-#include <string>
 #include <utility>
 
 namespace tavrel {
+
+struct MonospacedRowLayout::Character {
+    char16_t unit;  // The first one.
+    std::size_t length;
+};
+
+/// Reads the characters of a stretch of text; a pair of surrogates is one.
+class MonospacedRowLayout::Characters {
+public:
+    Characters(const TextSnapshot& text, std::size_t start, std::size_t end)
+        : cursor_(text, start), end_(end)
+    {
+    }
+
+    std::size_t end() const { return end_; }
+    /// The character that starts at `place`, which lies before the end.
+    Character at(std::size_t place)
+    {
+        const char16_t unit = cursor_.unitAt(place);
+        const bool isPair =
+            isHighSurrogate(unit) && place + 1 < end_ && isLowSurrogate(cursor_.unitAt(place + 1));
+        return {unit, isPair ? std::size_t{2} : std::size_t{1}};
+    }
+
+private:
+    TextCursor cursor_;
+    std::size_t end_;
+};
 
 MonospacedRowLayout::MonospacedRowLayout(std::function<TextSnapshot()> text, Metrics metrics)
     : text_(std::move(text)), metrics_(metrics)
@@ -21,42 +49,49 @@ TextRange MonospacedRowLayout::rowAt(std::size_t location) const
     const TextSnapshot text = text_();
     const std::size_t place = std::min(location, text.length());
     const TextRange line = text.lineRange({place, 0});
-    const std::size_t contentEnd = text.lineContentEnd(place);
-    const std::vector<Character> characters =
-        charactersOf(text, {line.location, contentEnd - line.location});
-
+    Characters characters(text, line.location, text.lineContentEnd(place));
     std::size_t rowStart = line.location;
-    std::size_t column = 0;
-    std::size_t breakBehind = 0;  // Index of the character that a new row could begin with.
-    std::size_t rowFirst = 0;     // Index of the row's first character.
-    for (std::size_t index = 0; index < characters.size(); ++index) {
-        const Character& character = characters[index];
-        const bool isBlank = isWhitespace(character.unit);
-        const std::size_t behind = columnBehind(column, character);
-        if (isBlank || behind <= metrics_.columnWidth || index == rowFirst) {
-            column = behind;
-            if (isBlank)
-                breakBehind = index + 1;
-            continue;
-        }
-        rowFirst = breakBehind > rowFirst ? breakBehind : index;
-        if (characters[rowFirst].location > place)
-            return {rowStart, characters[rowFirst].location - rowStart};
-        rowStart = characters[rowFirst].location;
-        column = 0;
-        index = rowFirst - 1;  // The new row is measured from its first character on.
+    for (;;) {
+        const std::size_t next = nextRowStart(characters, rowStart);
+        if (next == characters.end())
+            return {rowStart, line.end() - rowStart};
+        if (next > place)
+            return {rowStart, next - rowStart};
+        rowStart = next;
     }
-    return {rowStart, line.end() - rowStart};
+}
+
+/// Where the row that starts at `rowStart` is broken; the end of the content for the last one.
+std::size_t MonospacedRowLayout::nextRowStart(Characters& characters, std::size_t rowStart) const
+{
+    std::size_t column = 0;
+    std::size_t behindBlank = rowStart;
+    for (std::size_t place = rowStart; place < characters.end();) {
+        const Character character = characters.at(place);
+        const bool isBlank = isWhitespace(character.unit);
+        column = columnBehind(column, character);
+        const bool fits = isBlank || column <= metrics_.columnWidth || place == rowStart;
+        if (!fits)
+            return behindBlank > rowStart ? behindBlank : place;
+        place += character.length;
+        if (isBlank)
+            behindBlank = place;
+    }
+    return characters.end();
 }
 
 double MonospacedRowLayout::xAt(std::size_t location) const
 {
     const TextSnapshot text = text_();
-    const std::size_t place = std::min(location, text.length());
-    const std::size_t rowStart = rowAt(place).location;
+    const std::size_t end = std::min(location, text.length());
+    std::size_t place = rowAt(end).location;
+    Characters characters(text, place, end);
     std::size_t column = 0;
-    for (const Character& character : charactersOf(text, {rowStart, place - rowStart}))
+    while (place < end) {
+        const Character character = characters.at(place);
         column = columnBehind(column, character);
+        place += character.length;
+    }
     return static_cast<double>(column);
 }
 
@@ -65,33 +100,21 @@ std::size_t MonospacedRowLayout::locationAt(TextRange row, double x) const
     const TextSnapshot text = text_();
     const std::size_t contentEnd = std::min(text.lineContentEnd(row.location), row.end());
     const bool isWrapped = contentEnd == row.end() && row.end() < text.length();
+    Characters characters(text, row.location, contentEnd);
     std::size_t nearest = row.location;
     double nearestDistance = x;
     std::size_t column = 0;
-    for (const Character& character :
-         charactersOf(text, {row.location, contentEnd - row.location})) {
+    for (std::size_t place = row.location; place < contentEnd;) {
+        const Character character = characters.at(place);
         column = columnBehind(column, character);
-        const std::size_t edge = character.location + character.length;
+        place += character.length;
         const double distance = std::abs(x - static_cast<double>(column));
-        if (distance >= nearestDistance || (isWrapped && edge == row.end()))
+        if (distance >= nearestDistance || (isWrapped && place == row.end()))
             break;
-        nearest = edge;
+        nearest = place;
         nearestDistance = distance;
     }
     return nearest;
-}
-
-std::vector<MonospacedRowLayout::Character>
-MonospacedRowLayout::charactersOf(const TextSnapshot& text, TextRange range) const
-{
-    const std::u16string units = text.text(range);
-    std::vector<Character> characters;
-    for (std::size_t at = 0; at < units.size();) {
-        const std::size_t length = characterAt(units, at).length;
-        characters.push_back({range.location + at, length, units[at]});
-        at += length;
-    }
-    return characters;
 }
 
 std::size_t MonospacedRowLayout::columnBehind(std::size_t column, const Character& character) const

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 #include <functional>
-#include <vector>
 
 namespace tavrel {
 
@@ -31,13 +30,10 @@ public:
     std::size_t rowsPerPage() const override { return metrics_.rowsPerPage; }
 
 private:
-    struct Character {
-        std::size_t location;
-        std::size_t length;
-        char16_t unit;  // The first one.
-    };
+    struct Character;
+    class Characters;
 
-    std::vector<Character> charactersOf(const TextSnapshot& text, TextRange range) const;
+    std::size_t nextRowStart(Characters& characters, std::size_t rowStart) const;
     std::size_t columnBehind(std::size_t column, const Character& character) const;
 
     std::function<TextSnapshot()> text_;

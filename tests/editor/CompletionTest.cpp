@@ -107,6 +107,29 @@ TEST(Completion, AcceptingIsOneReplacementOfThePartialWord)
     EXPECT_EQ(one.pane.selectedRange(), (TextRange{9, 0}));
 }
 
+TEST(Completion, TheKeyTabBehindAWordOffersWordsAndChangesNothing)
+{
+    OnePane one(u"abcdef ");
+    one.pane.setSelectedRange({7, 0});
+    one.type(u"ab");
+    EXPECT_TRUE(one.pane.keyDown({.keyCode = 48, .characters = u"\t"}));
+    EXPECT_EQ(one.view.partial, (TextRange{7, 2}));
+    EXPECT_EQ(one.view.candidates, (Candidates{u"abcdef"}));
+    EXPECT_EQ(one.text(), u"abcdef ab");
+    EXPECT_EQ(one.pane.document().history().undoStack().size(), 1U);
+    EXPECT_TRUE(one.pane.lastActionWasTyping());
+}
+
+TEST(Completion, CandidatesFollowTheText)
+{
+    OnePane one(u"abc ab");
+    EXPECT_EQ(one.pane.completionCandidates({4, 2}), (Candidates{u"abc"}));
+    one.pane.replaceText({0, 3}, TextSnapshot(u"abd"));
+    EXPECT_EQ(one.pane.completionCandidates({4, 2}), (Candidates{u"abd"}));
+    one.run("undo");
+    EXPECT_EQ(one.pane.completionCandidates({4, 2}), (Candidates{u"abc"}));
+}
+
 TEST(Completion, ARangeThatIsEmptyOrPastTheTextGivesNothing)
 {
     OnePane one(u"abc ab");

@@ -124,6 +124,16 @@ TEST(EditorPane, BeepsForAKeyThatBreaksASequence)
     EXPECT_EQ(one.text(), u"ab");
 }
 
+TEST(EditorPane, WidthsBelowOneCountAsOne)
+{
+    OnePane one(u"a");
+    one.pane.setSettings({.tabWidth = -3, .columnWidth = 0});
+    EXPECT_EQ(one.pane.settings().tabWidth, 1);
+    EXPECT_EQ(one.pane.settings().columnWidth, 1);
+    one.run("indent");
+    EXPECT_EQ(one.text(), u" a");
+}
+
 TEST(EditorPane, WorksWithoutViewAndOwner)
 {
     PaneWorld world;

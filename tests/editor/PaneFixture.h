@@ -26,6 +26,11 @@ public:
     void paneWantsVisible(TextRange range) override { visible = range; }
     ScrollOrigin scrollOrigin() const override { return origin; }
     void setScrollOrigin(const ScrollOrigin& wanted) override { origin = wanted; }
+    void paneWantsCompletions(TextRange range, const std::vector<std::u16string>& words) override
+    {
+        partial = range;
+        candidates = words;
+    }
     const RowLayout& rowLayout() const override { return layout_; }
 
     int shownDocuments = 0;
@@ -33,6 +38,8 @@ public:
     int tabChanges = 0;
     TextRange visible;
     ScrollOrigin origin;
+    TextRange partial;
+    std::vector<std::u16string> candidates;
 
 private:
     MonospacedRowLayout layout_;

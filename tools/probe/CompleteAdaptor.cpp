@@ -1,8 +1,8 @@
-#include "config/LanguageMode.h"
 #include "editor/BufferWords.h"
 #include "editor/Completion.h"
 #include "probe/Adaptors.h"
 #include "probe/ProbeJson.h"
+#include "probe/ProbeLanguage.h"
 
 #include <memory>
 
@@ -43,7 +43,7 @@ Json completeAdaptor(ProbeRequest& request)
     const TextRange selection = rangeFromJson(requiredMember(body, "selection"));
     const bool continuesTyping =
         booleanMember(body, "lastActionWasTyping", true) && selection.isEmpty();
-    const LanguageMode language = LanguageMode::plain();
+    const std::shared_ptr<const LanguageMode> language = languageMember(body);
     const TextRange partial = partialWordRange(text, selection.location);
     const std::u16string typed = text.text(partial);
 
@@ -58,8 +58,8 @@ Json completeAdaptor(ProbeRequest& request)
             session->bufferWords.update(session->text);
             return completionCandidates(typed, {.bufferWords = session->bufferWords.words(),
                                                 .projectWords = &session->projectWords,
-                                                .keywords = language.keywords,
-                                                .types = language.types});
+                                                .keywords = language->keywords,
+                                                .types = language->types});
         });
     Json answer = Json::array();
     for (const std::u16string& candidate : candidates)

@@ -13,6 +13,7 @@
 #include "probe/Adaptors.h"
 #include "probe/ChordEvents.h"
 #include "probe/ProbeJson.h"
+#include "probe/ProbeLanguage.h"
 
 #include <algorithm>
 #include <cmath>
@@ -57,7 +58,7 @@ std::vector<std::size_t> offsetsFromJson(const Json& offsets)
     return result;
 }
 
-/// The member "date", as in "2026-11-21T10:46:15"; absent, the day that dates are counted from.
+/// The member "date", as in "2026-11-21T10:46:15"; absent, each part has its default.
 FixedCalendar calendarMember(const Json& body)
 {
     if (!member(body, "date"))
@@ -93,6 +94,7 @@ public:
                    .tabWidth = static_cast<std::size_t>(pane_.settings().tabWidth)})
     {
         pane_.document().setText(TextSnapshot(textMember(body, "text")));
+        pane_.activeTab().language = languageMember(body);
         pane_.setView(this);
         loadKeys(body);
         if (const Json* selection = member(body, "selection"))
