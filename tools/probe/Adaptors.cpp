@@ -13,7 +13,8 @@ struct Engine {
 
 constexpr std::array engines{
     Engine{"chord", chordAdaptor},       Engine{"cson", csonAdaptor},
-    Engine{"edit", editAdaptor},         Engine{"mode", modeAdaptor},
+    Engine{"edit", editAdaptor},         Engine{"highlight", highlightAdaptor},
+    Engine{"mode", modeAdaptor},
     Engine{"settings", settingsAdaptor}, Engine{"theme", themeAdaptor},
 };
 

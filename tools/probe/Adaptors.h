@@ -14,6 +14,7 @@ namespace tavrel::probe {
 Json chordAdaptor(ProbeRequest& request);
 Json csonAdaptor(ProbeRequest& request);
 Json editAdaptor(ProbeRequest& request);
+Json highlightAdaptor(ProbeRequest& request);
 Json modeAdaptor(ProbeRequest& request);
 Json settingsAdaptor(ProbeRequest& request);
 Json themeAdaptor(ProbeRequest& request);
