@@ -13,6 +13,25 @@ struct Row {
 
 constexpr std::array rows{
     Row{"cpp", &cppScanner},
+    Row{"cson", &dataScanner},
+    Row{"json", &dataScanner},
+    Row{"javascript", &javascriptScanner},
+    Row{"python", &pythonScanner},
+    Row{"swift", &swiftScanner},
+    Row{"rust", &rustScanner},
+    Row{"perl", &perlScanner},
+    Row{"html", &htmlScanner},
+    Row{"java", &javaScanner},
+    Row{"go", &goScanner},
+    Row{"typescript", &javascriptScanner},
+    Row{"shell", &shellScanner},
+    Row{"css", &cssScanner},
+    Row{"markdown", &markdownScanner},
+    Row{"csharp", &csharpScanner},
+    Row{"kotlin", &kotlinScanner},
+    Row{"sql", &sqlScanner},
+    Row{"yaml", &yamlScanner},
+    Row{"toml", &tomlScanner},
 };
 
 }  // namespace
