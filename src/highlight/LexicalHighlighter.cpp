@@ -111,7 +111,8 @@ std::vector<ColorRun> LexicalHighlighter::colorRuns(std::u16string_view text) co
         return found;
     }
     std::size_t location = 0;
-    for (const TokenRuns::Run& run : highlight(PlainTextSource(text)).runs.runs()) {
+    const PaintedStretch painted = highlight(PlainTextSource(text));
+    for (const TokenRuns::Run& run : painted.runs.runs()) {
         found.push_back({{location, run.length}, run.token});
         location += run.length;
     }

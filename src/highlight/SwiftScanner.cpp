@@ -20,26 +20,11 @@ constexpr SymbolTable swiftOperatorSymbols{
     "... ..< -> == != <= >= && || ?? += -= *= /= %= &= |= ^= << >> = + - * / % < > ! & | ^ ~ ? : "
     "."};
 
-/// Where a literal ends that begins with "#": as many of them as before the quote stand behind it.
-std::optional<std::size_t> hashedLiteralEnd(ScannedText& text, std::size_t location)
-{
-    std::size_t quote = location;
-    while (text.unitAt(quote) == u'#')
-        ++quote;
-    if (text.unitAt(quote) != u'"')
-        return std::nullopt;
-    const std::size_t hashes = quote - location;
-    return hasTripleQuote(text, quote)
-               ? hashedQuoteEnd(text, quote + 3, 3, hashes, LineFeed::isPart)
-               : hashedQuoteEnd(text, quote + 1, 1, hashes, LineFeed::ends);
-}
-
 struct Swift : CommonWordOrder<Swift> {
     static constexpr const SymbolTable& operators = swiftOperatorSymbols;
     static constexpr CommentStyle comments = CommentStyle::nestedSlashes;
 
-    static std::optional<std::size_t> literalEnd(ScannedText& text, std::size_t location,
-                                                 char16_t unit)
+    std::optional<std::size_t> literalEnd(ScannedText& text, std::size_t location, char16_t unit)
     {
         if (unit == u'#')
             return hashedLiteralEnd(text, location);
@@ -67,6 +52,27 @@ struct Swift : CommonWordOrder<Swift> {
             return SyntaxToken::functionName;
         return std::nullopt;
     }
+
+    /// Where a literal ends that begins with "#": as many of them as before the quote stand behind
+    /// it.
+    std::optional<std::size_t> hashedLiteralEnd(ScannedText& text, std::size_t location)
+    {
+        if (location < plainHashesEnd_)
+            return std::nullopt;
+        std::size_t quote = location;
+        while (text.unitAt(quote) == u'#')
+            ++quote;
+        if (text.unitAt(quote) != u'"') {
+            plainHashesEnd_ = quote;
+            return std::nullopt;
+        }
+        const std::size_t hashes = quote - location;
+        return hasTripleQuote(text, quote)
+                   ? hashedQuoteEnd(text, quote + 3, 3, hashes, LineFeed::isPart)
+                   : hashedQuoteEnd(text, quote + 1, 1, hashes, LineFeed::ends);
+    }
+
+    std::size_t plainHashesEnd_ = 0;  // Up to here every "#" is known to open no literal.
 };
 
 struct Kotlin : CommonWordOrder<Kotlin> {
