@@ -32,8 +32,8 @@ public:
 private:
     void stepInText()
     {
-        location_ = text_.find(location_, u'<', u'&');
-        if (location_ >= text_.length())
+        location_ = text_.find(location_, u'<', u'&', until_);
+        if (location_ >= until_)
             return;
         if (text_.unitAt(location_) == u'&')
             takeEntity();

@@ -33,18 +33,18 @@ std::size_t ScannedText::skip(std::size_t location, CharacterClasses classes)
     }
 }
 
-std::size_t ScannedText::find(std::size_t location, char16_t unit, char16_t other)
+std::size_t ScannedText::find(std::size_t location, char16_t unit, char16_t other, std::size_t end)
 {
-    for (;;) {
-        const std::u16string_view units = piece(location);
-        if (units.empty())
-            return range_.length;
+    end = std::min(end, range_.length);
+    while (location < end) {
+        const std::u16string_view units = piece(location).substr(0, end - location);
         for (std::size_t i = 0; i < units.size(); ++i) {
             if (units[i] == unit || units[i] == other)
                 return location + i;
         }
         location += units.size();
     }
+    return end;
 }
 
 bool ScannedText::load(std::size_t location)

@@ -50,9 +50,13 @@ public:
     /// The first location from `location` on whose unit is in none of `classes`.
     std::size_t skip(std::size_t location, CharacterClasses classes);
 
-    /// The first location from `location` on with one of the two units; the length where there is
-    /// none.
-    std::size_t find(std::size_t location, char16_t unit, char16_t other);
+    /// The first location from `location` on, and before `end`, with one of the two units; `end`,
+    /// cut to the length, where there is none.
+    std::size_t find(std::size_t location, char16_t unit, char16_t other, std::size_t end);
+    std::size_t find(std::size_t location, char16_t unit, char16_t other)
+    {
+        return find(location, unit, other, length());
+    }
     std::size_t find(std::size_t location, char16_t unit) { return find(location, unit, unit); }
 
     /// Where the line at `location` ends: at its line feed or carriage return, or at the end.
