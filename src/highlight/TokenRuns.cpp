@@ -50,15 +50,4 @@ void TokenRuns::paint(TextRange range, SyntaxToken token)
     }
 }
 
-void TokenRuns::append(std::size_t length, SyntaxToken token)
-{
-    if (length == 0)
-        return;
-    length_ += length;
-    if (!runs_.empty() && runs_.back().token == token)
-        runs_.back().length += length;
-    else
-        runs_.push_back({length, token});
-}
-
 }  // namespace tavrel

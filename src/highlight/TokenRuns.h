@@ -37,8 +37,25 @@ public:
     /// the end), so painting from left to right costs O(1) each time.
     void paint(TextRange range, SyntaxToken token);
 
-    /// Makes the stretch longer by `length` units of `token`.
-    void append(std::size_t length, SyntaxToken token);
+    /// Makes the stretch longer by `length` units of `token`. Inline, because a scanner does
+    /// little else between two tokens.
+    void append(std::size_t length, SyntaxToken token)
+    {
+        if (length == 0)
+            return;
+        length_ += length;
+        if (!runs_.empty() && runs_.back().token == token)
+            runs_.back().length += length;
+        else
+            runs_.push_back({length, token});
+    }
+
+    /// Makes the stretch empty, and keeps the memory of its runs for the next one.
+    void clear()
+    {
+        runs_.clear();
+        length_ = 0;
+    }
 
     bool operator==(const TokenRuns&) const = default;
 

@@ -18,6 +18,7 @@ constexpr std::array engines{
     Engine{"complete", completeAdaptor},
     Engine{"cson", csonAdaptor},
     Engine{"edit", editAdaptor},
+    Engine{"highlight", highlightAdaptor},
     Engine{"ignore", ignoreAdaptor},
     Engine{"linediff", lineDiffAdaptor},
     Engine{"mode", modeAdaptor},

@@ -15,6 +15,7 @@ Json chordAdaptor(ProbeRequest& request);
 Json completeAdaptor(ProbeRequest& request);
 Json csonAdaptor(ProbeRequest& request);
 Json editAdaptor(ProbeRequest& request);
+Json highlightAdaptor(ProbeRequest& request);
 Json ignoreAdaptor(ProbeRequest& request);
 Json lineDiffAdaptor(ProbeRequest& request);
 Json modeAdaptor(ProbeRequest& request);
