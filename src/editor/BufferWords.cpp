@@ -18,7 +18,7 @@ bool belongsToWord(char16_t unit)
 
 }  // namespace
 
-void countWords(const TextSnapshot& text, TextRange range, WordTable& words, std::int64_t count)
+void countWords(const TextSnapshot& text, TextRange range, WordCounts& words, std::int64_t count)
 {
     WordScanner scanner([&](std::string_view word) { words.add(word, count); });
     text.forEachPiece(range, [&scanner](const TextPiece& piece) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "editor/TextSnapshot.h"
-#include "editor/WordTable.h"
+#include "editor/WordCounts.h"
 
 #include <cstddef>
 #include <vector>
@@ -9,7 +9,7 @@
 namespace tavrel {
 
 /// Adds the words of `range` to `words`, `count` times each. Costs O(range).
-void countWords(const TextSnapshot& text, TextRange range, WordTable& words, std::int64_t count);
+void countWords(const TextSnapshot& text, TextRange range, WordCounts& words, std::int64_t count);
 
 /// The words of a text that changes, with how often each occurs.
 ///
@@ -19,7 +19,7 @@ class BufferWords {
 public:
     /// Makes `words()` those of `text`, exactly.
     void update(const TextSnapshot& text);
-    const WordTable& words() const { return words_; }
+    const WordCounts& words() const { return words_; }
 
 private:
     /// Units that lie side by side in memory. While a snapshot holds them, equal places in memory
@@ -43,7 +43,7 @@ private:
 
     TextSnapshot text_;  // The one that `words_` is of.
     std::vector<Piece> pieces_;
-    WordTable words_;
+    WordCounts words_;
 };
 
 }  // namespace tavrel

@@ -1,11 +1,14 @@
 #include "editor/Completion.h"
 
 #include "editor/TextCursor.h"
+#include "highlight/CppKeywords.h"
 #include "platform/Unicode.h"
 #include "platform/Utf8.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <iterator>
+#include <sstream>
 #include <unordered_map>
 #include <utility>
 
@@ -42,7 +45,7 @@ public:
     {
     }
 
-    void addWords(const WordTable& words, std::uint64_t scoreOfOne)
+    void addWords(const WordCounts& words, std::uint64_t scoreOfOne)
     {
         if (beginningUtf8_.empty())
             return;
@@ -112,6 +115,16 @@ private:
 };
 
 }  // namespace
+
+std::set<std::string> completionKeywords(const LanguageMode& language)
+{
+    std::set<std::string> keywords = language.keywords;
+    if (language.id == "cpp") {
+        std::istringstream builtIn{std::string(cppBuiltinKeywords)};
+        keywords.insert(std::istream_iterator<std::string>(builtIn), {});
+    }
+    return keywords;
+}
 
 TextRange partialWordRange(const TextSnapshot& text, std::size_t location)
 {

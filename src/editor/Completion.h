@@ -1,7 +1,8 @@
 #pragma once
 
+#include "config/LanguageMode.h"
 #include "editor/TextSnapshot.h"
-#include "editor/WordTable.h"
+#include "editor/WordCounts.h"
 #include "platform/TextRange.h"
 
 #include <cstddef>
@@ -14,11 +15,14 @@ namespace tavrel {
 
 /// Where the candidates come from. Everything is borrowed.
 struct CompletionSources {
-    const WordTable& bufferWords;
-    const WordTable* projectWords = nullptr;  // Null where the project has not been read.
+    const WordCounts& bufferWords;
+    const WordCounts* projectWords = nullptr;  // Null where the project has not been read.
     const std::set<std::string>& keywords;
     const std::set<std::string>& types;
 };
+
+/// The keywords that a language offers: those of its mode, and for C++ the built-in ones too.
+std::set<std::string> completionKeywords(const LanguageMode& language);
 
 /// What a completion at `location` would replace: the "_", letters, marks and numbers before it.
 /// Half of a surrogate pair ends it.

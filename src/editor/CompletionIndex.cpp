@@ -42,14 +42,14 @@ CompletionIndex::build(FileSystem& fileSystem, const std::vector<std::filesystem
     return index;
 }
 
-const WordTable& CompletionIndex::wordsForLanguage(std::string_view id) const
+const WordCounts& CompletionIndex::wordsForLanguage(std::string_view id) const
 {
-    static const WordTable none;
+    static const WordCounts none;
     const auto found = wordsByLanguage_.find(id);
     return found != wordsByLanguage_.end() ? found->second : none;
 }
 
-void countWords(std::string_view utf8, WordTable& words)
+void countWords(std::string_view utf8, WordCounts& words)
 {
     WordScanner scanner([&words](std::string_view word) { words.add(word, 1); });
     scanner.scan(reinterpret_cast<const std::uint8_t*>(utf8.data()), utf8.size());

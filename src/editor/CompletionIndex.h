@@ -1,6 +1,6 @@
 #pragma once
 
-#include "editor/WordTable.h"
+#include "editor/WordCounts.h"
 
 #include <filesystem>
 #include <functional>
@@ -30,13 +30,13 @@ public:
                                  const std::function<bool()>& isCancelled = {});
 
     /// The words of one language; none for an id that is not there. Lives as long as the index.
-    const WordTable& wordsForLanguage(std::string_view id) const;
+    const WordCounts& wordsForLanguage(std::string_view id) const;
 
 private:
-    std::map<std::string, WordTable, std::less<>> wordsByLanguage_;
+    std::map<std::string, WordCounts, std::less<>> wordsByLanguage_;
 };
 
 /// Adds the words of a UTF-8 text to `words`.
-void countWords(std::string_view utf8, WordTable& words);
+void countWords(std::string_view utf8, WordCounts& words);
 
 }  // namespace tavrel

@@ -13,11 +13,12 @@ std::vector<std::u16string> EditorPane::completionCandidates(TextRange partial)
     BufferWords& bufferWords = document().bufferWords();
     bufferWords.update(text());
     const LanguageMode& language = *activeTab().language;
-    const WordTable* projectWords =
+    const std::set<std::string> keywords = completionKeywords(language);
+    const WordCounts* projectWords =
         delegate_ ? delegate_->editorPaneWantsProjectWords(*this, language.id) : nullptr;
     return tavrel::completionCandidates(text().text(partial), {.bufferWords = bufferWords.words(),
                                                                .projectWords = projectWords,
-                                                               .keywords = language.keywords,
+                                                               .keywords = keywords,
                                                                .types = language.types});
 }
 

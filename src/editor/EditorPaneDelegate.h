@@ -7,7 +7,7 @@
 namespace tavrel {
 
 class EditorPane;
-class WordTable;
+class WordCounts;
 struct EditorCommand;
 
 /// What a pane asks of whoever owns it. All of it happens on the main thread.
@@ -22,8 +22,8 @@ public:
     editorPaneWantsSaveLocation(EditorPane& pane, const std::filesystem::path& proposed) = 0;
     /// The words of the project's files in a language; null where they are not known (yet). Read at
     /// once, not kept.
-    virtual const WordTable* editorPaneWantsProjectWords(EditorPane& /*pane*/,
-                                                         std::string_view /*languageId*/)
+    virtual const WordCounts* editorPaneWantsProjectWords(EditorPane& /*pane*/,
+                                                          std::string_view /*languageId*/)
     {
         return nullptr;
     }

@@ -12,7 +12,7 @@ namespace {
 
 using Counts = std::map<std::string, std::uint64_t>;
 
-Counts countsOf(const WordTable& words)
+Counts countsOf(const WordCounts& words)
 {
     Counts counts;
     for (unsigned first = 0; first < 256; ++first) {
@@ -47,9 +47,9 @@ Counts plainCounts(std::u16string_view text)
     return counts;
 }
 
-TEST(WordTable, CountsAndForgets)
+TEST(WordCounts, CountsAndForgets)
 {
-    WordTable words;
+    WordCounts words;
     EXPECT_EQ(words.count("abc"), 0U);
     words.add("abc", 2);
     words.add("abd", 1);
@@ -71,9 +71,9 @@ TEST(WordTable, CountsAndForgets)
     EXPECT_EQ(words.count("abd"), 0U);
 }
 
-TEST(WordTable, ListsWordsByTheirFirstLetterWhateverItsCase)
+TEST(WordCounts, ListsWordsByTheirFirstLetterWhateverItsCase)
 {
-    WordTable words;
+    WordCounts words;
     for (const char* word : {"abc", "Abc", "_ab", "bcd"})
         words.add(word, 1);
     std::vector<std::string> listed;
@@ -83,9 +83,9 @@ TEST(WordTable, ListsWordsByTheirFirstLetterWhateverItsCase)
     EXPECT_EQ(listed, (std::vector<std::string>{"Abc", "abc"}));
 }
 
-TEST(WordTable, TellsManyWordsApart)
+TEST(WordCounts, TellsManyWordsApart)
 {
-    WordTable words;
+    WordCounts words;
     Counts expected;
     for (int number = 0; number < 20'000; ++number) {
         // All begin and end alike for longer than a hash looks at.

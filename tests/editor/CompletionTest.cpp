@@ -20,8 +20,8 @@ struct Words {
                                               .keywords = keywords,
                                               .types = types});
     }
-    WordTable buffer;
-    WordTable project;
+    WordCounts buffer;
+    WordCounts project;
     std::set<std::string> keywords;
     std::set<std::string> types;
 };
@@ -148,12 +148,12 @@ TEST(Completion, ThePaneAsksForTheWordsOfItsLanguage)
             return std::nullopt;
         }
         void editorPaneDidMeetCommand(EditorPane&, const EditorCommand&) override {}
-        const WordTable* editorPaneWantsProjectWords(EditorPane&, std::string_view id) override
+        const WordCounts* editorPaneWantsProjectWords(EditorPane&, std::string_view id) override
         {
             language = id;
             return &words;
         }
-        WordTable words;
+        WordCounts words;
         std::string language;
     } owner;
     owner.words.add("abacus", 1);

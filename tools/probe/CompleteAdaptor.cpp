@@ -9,9 +9,9 @@
 namespace tavrel::probe {
 namespace {
 
-WordTable projectWordsMember(const Json& body)
+WordCounts projectWordsMember(const Json& body)
 {
-    WordTable words;
+    WordCounts words;
     const Json* given = member(body, "projectWords");
     if (!given)
         return words;
@@ -30,7 +30,7 @@ WordTable projectWordsMember(const Json& body)
 /// The counts of one document, as a pane keeps them from one request to the next.
 struct CompletionSession {
     TextSnapshot text;
-    WordTable projectWords;
+    WordCounts projectWords;
     BufferWords bufferWords;
 };
 
@@ -45,6 +45,7 @@ Json completeAdaptor(ProbeRequest& request)
         booleanMember(body, "lastActionWasTyping", true) && selection.isEmpty();
     const std::shared_ptr<const LanguageMode> language = languageMember(body);
     const TextRange partial = partialWordRange(text, selection.location);
+    const std::set<std::string> keywords = completionKeywords(*language);
     const std::u16string typed = text.text(partial);
 
     const auto candidates = request.measured(
@@ -58,7 +59,7 @@ Json completeAdaptor(ProbeRequest& request)
             session->bufferWords.update(session->text);
             return completionCandidates(typed, {.bufferWords = session->bufferWords.words(),
                                                 .projectWords = &session->projectWords,
-                                                .keywords = language->keywords,
+                                                .keywords = keywords,
                                                 .types = language->types});
         });
     Json answer = Json::array();

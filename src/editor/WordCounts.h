@@ -12,12 +12,12 @@ namespace tavrel {
 /// How often each word occurs: UTF-8 words in one hash table, listed by their first letter.
 ///
 /// A value. Made for millions of additions: one costs a look-up, and words lie in one string.
-class WordTable {
+class WordCounts {
 public:
     /// Adds `count` occurrences of `word`, which is not empty. A negative count takes some back,
     /// at most those that are there.
     void add(std::string_view word, std::int64_t count);
-    void clear() { *this = WordTable(); }
+    void clear() { *this = WordCounts(); }
 
     /// How often `word` has been added.
     std::uint64_t count(std::string_view word) const;

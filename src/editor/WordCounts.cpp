@@ -1,11 +1,11 @@
-#include "editor/WordTable.h"
+#include "editor/WordCounts.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace tavrel {
 
-void WordTable::add(std::string_view word, std::int64_t count)
+void WordCounts::add(std::string_view word, std::int64_t count)
 {
     if (2 * (entries_.size() + 1) > slots_.size())
         grow();
@@ -31,7 +31,7 @@ void WordTable::add(std::string_view word, std::int64_t count)
         vanished_ += occurs ? std::size_t{0} - 1 : 1;
 }
 
-std::uint64_t WordTable::count(std::string_view word) const
+std::uint64_t WordCounts::count(std::string_view word) const
 {
     if (slots_.empty() || word.empty())
         return 0;
@@ -41,7 +41,7 @@ std::uint64_t WordTable::count(std::string_view word) const
 
 /// Takes the length and the first and last eight bytes in; what lies between tells few words apart
 /// and would cost the most.
-std::uint32_t WordTable::hashOf(std::string_view word)
+std::uint32_t WordCounts::hashOf(std::string_view word)
 {
     std::uint64_t head = 0;
     std::uint64_t tail = 0;
@@ -53,7 +53,7 @@ std::uint32_t WordTable::hashOf(std::string_view word)
     return static_cast<std::uint32_t>(mixed >> 32U);
 }
 
-std::size_t WordTable::slotOf(std::string_view word, std::uint32_t hash) const
+std::size_t WordCounts::slotOf(std::string_view word, std::uint32_t hash) const
 {
     const std::size_t mask = slots_.size() - 1;
     for (std::size_t slot = hash & mask;; slot = (slot + 1) & mask) {
@@ -65,7 +65,7 @@ std::size_t WordTable::slotOf(std::string_view word, std::uint32_t hash) const
     }
 }
 
-void WordTable::grow()
+void WordCounts::grow()
 {
     constexpr std::size_t fewest = 64;
     slots_.assign(std::max(fewest, 2 * slots_.size()), noEntry);
