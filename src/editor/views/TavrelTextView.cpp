@@ -58,6 +58,7 @@ TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegat
 TavrelTextView::~TavrelTextView()
 {
     observe(nullptr);
+    delete completionList_;
 }
 
 void TavrelTextView::observe(TextStorage* storage)
@@ -73,6 +74,7 @@ void TavrelTextView::observe(TextStorage* storage)
 
 void TavrelTextView::showDocument()
 {
+    closeCompletions();
     std::shared_ptr<EditorDocument> shown = pane_.activeTab().document;
     observe(&shown->textStorage());
     document_ = std::move(shown);
@@ -142,6 +144,7 @@ void TavrelTextView::layOutAll()
 
 void TavrelTextView::resizeEvent(QResizeEvent*)
 {
+    closeCompletions();
     updateWrap();
     layOutAll();
 }
@@ -221,6 +224,7 @@ void TavrelTextView::moveTo(ScrollOrigin origin)
 {
     if (origin == origin_)
         return;
+    closeCompletions();
     const std::vector<VisibleRow> before = std::move(visible_);
     origin_ = origin;
     visible_ = scrolling().visibleRows(origin_);
@@ -275,8 +279,7 @@ ViewDecorations TavrelTextView::makeDecorations() const
         const TextRange selection = pane_.selectedRange();
         if (selection.isEmpty())
             state.primaryCursor = std::min(selection.location, rows_.text().length());
-        const auto& cursors = pane_.secondaryCursorLocations();
-        state.secondaryCursors.assign(cursors.begin(), cursors.end());
+        state.secondaryCursors = pane_.secondaryCursorLocations();
     }
     return ViewDecorations::make(state, visible_, decorationMetrics());
 }
@@ -294,6 +297,7 @@ void TavrelTextView::setDecorations(ViewDecorations decorations)
 
 void TavrelTextView::refreshDecorations()
 {
+    closeStaleCompletions();
     setDecorations(makeDecorations());
 }
 
