@@ -90,6 +90,12 @@ void CodeEditorView::paneWantsVisible(TextRange range)
     textView_->scrollToVisible(range);
 }
 
+void CodeEditorView::paneWantsCompletions(TextRange partial,
+                                          const std::vector<std::u16string>& candidates)
+{
+    textView_->showCompletions(partial, candidates);
+}
+
 void CodeEditorView::setScrollOrigin(const ScrollOrigin& origin)
 {
     textView_->setScrollOrigin(origin);

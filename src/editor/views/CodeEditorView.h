@@ -40,6 +40,8 @@ public:
     void paneDidChangeSelection() override;
     void paneDidChangeTabs() override {}
     void paneWantsVisible(TextRange range) override;
+    void paneWantsCompletions(TextRange partial,
+                              const std::vector<std::u16string>& candidates) override;
     ScrollOrigin scrollOrigin() const override { return textView_->scrollOrigin(); }
     void setScrollOrigin(const ScrollOrigin& origin) override;
     const RowLayout& rowLayout() const override { return textView_->rows(); }

@@ -1,5 +1,6 @@
 #include "editor/views/StandardKeys.h"
 
+#include "editor/VerticalMotion.h"
 #include "editor/WordRanges.h"
 #include "platform/Graphemes.h"
 
@@ -80,21 +81,14 @@ std::size_t characterBefore(const TextSnapshot& text, std::size_t location)
     return from + Graphemes(around).previous(location - from);
 }
 
-// Up or down by rows, straight through the column of `head`.
-std::size_t vertically(const ViewRows& rows, std::size_t head, std::size_t count, bool isDown)
+bool goesByRows(Motion motion)
 {
-    TextRow row = rows.row(head);
-    const double x = row.xAt(head);
-    for (std::size_t i = 0; i < count; ++i) {
-        std::optional<TextRow> next = isDown ? rows.rowAfter(row) : rows.rowBefore(row);
-        if (!next)
-            return isDown ? rows.text().length() : 0;
-        row = std::move(*next);
-    }
-    return rows.locationAt(row.range(), x);
+    return motion == Motion::nextRow || motion == Motion::previousRow ||
+           motion == Motion::nextPage || motion == Motion::previousPage;
 }
 
-std::size_t moved(const ViewRows& rows, std::size_t head, Motion motion)
+// `x` is where a motion by rows goes.
+std::size_t moved(const ViewRows& rows, std::size_t head, Motion motion, double x)
 {
     const TextSnapshot& text = rows.text();
     switch (motion) {
@@ -107,13 +101,13 @@ std::size_t moved(const ViewRows& rows, std::size_t head, Motion motion)
     case Motion::previousWord:
         return wordBoundaryBefore(text, head);
     case Motion::nextRow:
-        return vertically(rows, head, 1, true);
+        return verticallyMoved(text, rows, head, VerticalDirection::down, 1, x);
     case Motion::previousRow:
-        return vertically(rows, head, 1, false);
+        return verticallyMoved(text, rows, head, VerticalDirection::up, 1, x);
     case Motion::nextPage:
-        return vertically(rows, head, rows.rowsPerPage(), true);
+        return verticallyMoved(text, rows, head, VerticalDirection::down, rows.rowsPerPage(), x);
     case Motion::previousPage:
-        return vertically(rows, head, rows.rowsPerPage(), false);
+        return verticallyMoved(text, rows, head, VerticalDirection::up, rows.rowsPerPage(), x);
     case Motion::rowStart:
         return rows.row(head).start();
     case Motion::rowEnd:
@@ -129,18 +123,26 @@ std::size_t moved(const ViewRows& rows, std::size_t head, Motion motion)
 }  // namespace
 
 std::optional<StandardMotion> standardMotion(const QKeyEvent& event, const ViewRows& rows,
-                                             TextRange selection, std::size_t head)
+                                             TextRange selection, std::size_t head,
+                                             std::optional<double> goalX)
 {
     for (const MotionKey& each : motionKeys) {
         if (!event.matches(each.key))
             continue;
         if (!each.extends && !selection.isEmpty()) {
             if (each.motion == Motion::nextCharacter)
-                return StandardMotion{selection.end(), false};
+                return StandardMotion{.location = selection.end()};
             if (each.motion == Motion::previousCharacter)
-                return StandardMotion{selection.location, false};
+                return StandardMotion{.location = selection.location};
         }
-        return StandardMotion{moved(rows, head, each.motion), each.extends};
+        StandardMotion motion;
+        motion.extendsSelection = each.extends;
+        motion.isVertical = goesByRows(each.motion) || each.motion == Motion::textStart ||
+                            each.motion == Motion::textEnd;
+        if (goesByRows(each.motion))
+            motion.goalX = goalX ? *goalX : rows.xAt(head);
+        motion.location = moved(rows, head, each.motion, motion.goalX.value_or(0));
+        return motion;
     }
     return std::nullopt;
 }

@@ -59,6 +59,7 @@ TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegat
 TavrelTextView::~TavrelTextView()
 {
     observe(nullptr);
+    delete completionList_;
 }
 
 void TavrelTextView::observe(TextStorage* storage)
@@ -74,6 +75,7 @@ void TavrelTextView::observe(TextStorage* storage)
 
 void TavrelTextView::showDocument()
 {
+    closeCompletions();
     std::shared_ptr<EditorDocument> shown = pane_.activeTab().document;
     observe(&shown->textStorage());
     document_ = std::move(shown);
@@ -155,6 +157,7 @@ void TavrelTextView::layOutAll()
 
 void TavrelTextView::resizeEvent(QResizeEvent*)
 {
+    closeCompletions();
     updateWrap();
     layOutAll();
 }
@@ -234,6 +237,7 @@ void TavrelTextView::moveTo(ScrollOrigin origin)
 {
     if (origin == origin_)
         return;
+    closeCompletions();
     const std::vector<VisibleRow> before = std::move(visible_);
     origin_ = origin;
     visible_ = scrolling().visibleRows(origin_);
@@ -288,8 +292,7 @@ ViewDecorations TavrelTextView::makeDecorations() const
         const TextRange selection = pane_.selectedRange();
         if (selection.isEmpty())
             state.primaryCursor = std::min(selection.location, rows_.text().length());
-        const auto& cursors = pane_.secondaryCursorLocations();
-        state.secondaryCursors.assign(cursors.begin(), cursors.end());
+        state.secondaryCursors = pane_.secondaryCursorLocations();
     }
     return ViewDecorations::make(state, visible_, decorationMetrics());
 }
@@ -307,6 +310,7 @@ void TavrelTextView::setDecorations(ViewDecorations decorations)
 
 void TavrelTextView::refreshDecorations()
 {
+    closeStaleCompletions();
     setDecorations(makeDecorations());
 }
 

@@ -2,6 +2,7 @@
 
 #include "editor/EditorPane.h"
 #include "editor/TextStorage.h"
+#include "editor/views/CompletionListView.h"
 #include "editor/views/EditorAppearance.h"
 #include "editor/views/EditorFont.h"
 #include "editor/views/TextSelection.h"
@@ -11,12 +12,15 @@
 #include "editor/views/ViewTheme.h"
 
 #include <QBasicTimer>
+#include <QPointer>
 #include <QWidget>
 
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
 #include <vector>
 
 namespace tavrel {
@@ -75,7 +79,15 @@ public:
     /// The rectangle of a cursor at `location`, or nothing where that is out of sight.
     std::optional<QRectF> cursorRectAt(std::size_t location) const;
 
-    /// Sees every key before the pane does; true ends the matter. May be empty.
+    /// Offers words for what stands in `partial`, the likeliest first; an empty list closes. The
+    /// text stays as it is until one is taken. The list owns the keys while it is shown, and closes
+    /// with the last choice, with any click, and when the view loses the keyboard.
+    void showCompletions(TextRange partial, const std::vector<std::u16string>& candidates);
+    void closeCompletions();
+    bool isShowingCompletions() const { return completionRange_.has_value(); }
+
+    /// Sees every key but those of the completion list before the pane does; true ends the matter.
+    /// May be empty.
     std::function<bool(const KeyEvent&)> keyInterceptor;
     /// Offered each chord that the pane does not know before it is taken as text, so that a menu's
     /// shortcuts come last. May be empty.
@@ -127,9 +139,16 @@ private:
     void paintRow(QPainter& painter, const VisibleRow& row, const QRect& clip) const;
     void paintPreedit(QPainter& painter) const;
 
+    /// Whether the key types text where no binding takes it.
+    static bool isTyping(const QKeyEvent& event, const KeyEvent& key);
     bool handleUnboundKey(const QKeyEvent& event, const KeyEvent& key);
-    void insertTyped(const QKeyEvent& event, const KeyEvent& key);
     void extendSelection(std::size_t head);
+
+    bool handleCompletionKey(const QKeyEvent& event, const KeyEvent& key);
+    void takeKey(const QKeyEvent& event, const KeyEvent& key);
+    void typeOn(const std::function<void()>& input);
+    void closeStaleCompletions();
+    void acceptCompletion(int index);
 
     void beginDrag(const QMouseEvent& event);
     void dragTo(QPointF point);
@@ -150,6 +169,18 @@ private:
     ViewDecorations decorations_;      // Likewise.
     QString preedit_;
 
+    QPointer<CompletionListView> completionList_;  // A child of the window.
+    std::optional<TextRange> completionRange_;     // What a word would replace, while it is shown.
+    bool isTypingOn_ = false;                      // The list is about to be brought up to date.
+
+    /// Where Shift with motions by rows wants to be, as long as text and selection are as they left
+    /// them.
+    struct VerticalGoal {
+        TextRange selection;
+        std::uint64_t revision = 0;
+        double x = 0;
+    };
+    std::optional<VerticalGoal> goal_;
     SelectionDrag drag_;
     bool isDragging_ = false;
     QPointF dragPoint_;

@@ -29,6 +29,13 @@ bool isTypedText(const QString& text)
 
 }  // namespace
 
+bool TavrelTextView::isTyping(const QKeyEvent& event, const KeyEvent& key)
+{
+    // AltGr is no modifier here: what it types is text like any other.
+    constexpr std::uint64_t chords = controlModifier | commandModifier | optionModifier;
+    return (key.modifierFlags & chords) == 0 && isTypedText(event.text());
+}
+
 bool TavrelTextView::event(QEvent* event)
 {
     // While this view has the focus every key is offered to it first, so neither a menu's shortcut
@@ -53,23 +60,22 @@ void TavrelTextView::keyPressEvent(QKeyEvent* event)
 {
     event->accept();
     const KeyEvent key = keyEventFromQt(*event, appearance_.commandKey);
+    if (isShowingCompletions() && handleCompletionKey(*event, key))
+        return;
     if (keyInterceptor && keyInterceptor(key))
         return;
-    if (isLoneModifier(*event) || pane_.keyDown(key))
-        return;
-    if (menuShortcut && menuShortcut(*event))
-        return;
-    if (!handleUnboundKey(*event, key))
-        insertTyped(*event, key);
-    pane_.keyDidInput(key);
+    takeKey(*event, key);
 }
 
-void TavrelTextView::insertTyped(const QKeyEvent& event, const KeyEvent& key)
+void TavrelTextView::takeKey(const QKeyEvent& event, const KeyEvent& key)
 {
-    // AltGr is no modifier here: what it types is text like any other.
-    constexpr std::uint64_t commands = controlModifier | commandModifier;
-    if ((key.modifierFlags & commands) == 0 && isTypedText(event.text()))
+    if (isLoneModifier(event) || pane_.keyDown(key))
+        return;
+    if (menuShortcut && menuShortcut(event))
+        return;
+    if (!handleUnboundKey(event, key) && isTyping(event, key))
         pane_.insertText(units(event.text()));
+    pane_.keyDidInput(key);
 }
 
 // The keys that every text field knows, for those that the key map leaves alone.
@@ -78,19 +84,26 @@ bool TavrelTextView::handleUnboundKey(const QKeyEvent& event, const KeyEvent& ke
     const TextRange selection = pane_.selectedRange();
     const bool isOngoing = drag_.range() == selection;
     const std::size_t head = isOngoing ? drag_.head() : selection.end();
-    if (const auto motion = standardMotion(event, rows_, selection, head)) {
-        pane_.clearSecondaryCursors();
+    const bool keepsGoal =
+        goal_ && goal_->selection == selection && goal_->revision == storage_->revision();
+    const auto goalX = keepsGoal ? std::optional(goal_->x) : std::nullopt;
+    if (const auto motion = standardMotion(event, rows_, selection, head, goalX)) {
+        // Only cursors that another motion leaves behind go.
+        if (motion->isVertical)
+            pane_.clearSecondaryCursors();
         if (motion->extendsSelection) {
             extendSelection(motion->location);
         } else {
             pane_.setSelectedRange({motion->location, 0});
         }
+        goal_.reset();
+        if (motion->goalX)
+            goal_ = {pane_.selectedRange(), storage_->revision(), *motion->goalX};
         scrollToVisible({motion->location, 0});
         return true;
     }
     if (const auto erased = standardErasure(event, rows_, selection)) {
-        if (!erased->isEmpty())
-            pane_.insertText({}, *erased);
+        pane_.replaceText(*erased, {});
         return true;
     }
     constexpr std::uint64_t modifiers = controlModifier | commandModifier | optionModifier;
@@ -131,6 +144,7 @@ void TavrelTextView::focusInEvent(QFocusEvent*)
 
 void TavrelTextView::focusOutEvent(QFocusEvent*)
 {
+    closeCompletions();
     refreshDecorations();
 }
 
@@ -155,10 +169,16 @@ void TavrelTextView::inputMethodEvent(QInputMethodEvent* event)
                                   static_cast<std::size_t>(event->replacementLength())},
                                  rows_.text().length());
         }
-        pane_.insertText(text, range);
-        KeyEvent key;
-        key.characters = text;
-        pane_.keyDidInput(key);
+        const auto commit = [&] {
+            pane_.insertText(text, range);
+            KeyEvent key;
+            key.characters = text;
+            pane_.keyDidInput(key);
+        };
+        if (isShowingCompletions())
+            typeOn(commit);
+        else
+            commit();
     }
     updateCursorRow();
     updateMicroFocus();

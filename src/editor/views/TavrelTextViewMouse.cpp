@@ -54,6 +54,7 @@ void TavrelTextView::wheelEvent(QWheelEvent* event)
 
 void TavrelTextView::mousePressEvent(QMouseEvent* event)
 {
+    closeCompletions();
     pane_.clearLastActionWasTyping();
     if (event->button() != Qt::LeftButton)
         return;
@@ -67,6 +68,7 @@ void TavrelTextView::mousePressEvent(QMouseEvent* event)
 
 void TavrelTextView::mouseDoubleClickEvent(QMouseEvent* event)
 {
+    closeCompletions();
     pane_.clearLastActionWasTyping();
     if (event->button() != Qt::LeftButton)
         return;

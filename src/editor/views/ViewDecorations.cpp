@@ -9,6 +9,7 @@ namespace tavrel {
 namespace {
 
 constexpr double markerWidth = 2;
+constexpr double markerOverhang = 4;  // Above and below its row.
 
 // Whether a cursor at `location` shows in this row and not at the start of the next one.
 bool shows(const TextRow& row, std::size_t location)
@@ -91,9 +92,12 @@ ViewDecorations ViewDecorations::make(const DecorationState& state,
             ranges.push_back(range);
     }
     std::sort(ranges.begin(), ranges.end());
+    auto next = ranges.cbegin();  // The first that may reach into the row.
     for (const VisibleRow& row : rows) {
-        for (const TextRange& range : ranges)
-            addSelection(result.selection, row, range, metrics);
+        while (next != ranges.cend() && next->end() <= row.row.start())
+            ++next;
+        for (auto it = next; it != ranges.cend() && it->location < row.row.end(); ++it)
+            addSelection(result.selection, row, *it, metrics);
     }
 
     const auto addCursors = [&](const VisibleRow& row, std::span<const std::size_t> locations) {
@@ -109,7 +113,8 @@ ViewDecorations ViewDecorations::make(const DecorationState& state,
         }
         if (state.marker && shows(row.row, *state.marker)) {
             const double x = std::floor(metrics.left + row.row.xAt(*state.marker)) + 0.5;
-            result.marker = QRectF(x - markerWidth / 2, row.top, markerWidth, metrics.rowHeight);
+            result.marker = QRectF(x - markerWidth / 2, row.top - markerOverhang, markerWidth,
+                                   metrics.rowHeight + 2 * markerOverhang);
         }
     }
     return result;
@@ -135,7 +140,7 @@ QRegion ViewDecorations::changesTo(const ViewDecorations& other) const
     if (marker != other.marker) {
         for (const std::optional<QRectF>& rect : {marker, other.marker}) {
             if (rect)
-                region += rect->adjusted(-6, -4, 6, 4).toAlignedRect();
+                region += rect->adjusted(-6, 0, 6, 0).toAlignedRect();
         }
     }
     return region;

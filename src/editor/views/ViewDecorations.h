@@ -14,11 +14,11 @@
 
 namespace tavrel {
 
-/// What stands in the text beside its letters: selections and cursors.
+/// What stands in the text beside its letters: selections and cursors. Borrows its lists.
 struct DecorationState {
-    std::vector<TextRange> selectedRanges;      // In any order.
-    std::optional<std::size_t> primaryCursor;   // Absent while something is selected.
-    std::vector<std::size_t> secondaryCursors;  // Ascending.
+    std::span<const TextRange> selectedRanges;      // In any order, none over another.
+    std::optional<std::size_t> primaryCursor;       // Absent while something is selected.
+    std::span<const std::size_t> secondaryCursors;  // Ascending.
     std::optional<std::size_t> marker;
 };
 
@@ -37,9 +37,9 @@ struct ViewDecorations {
     std::vector<QRectF> selection;  // From the top, in each row from the left.
     std::vector<QRectF> cursors;
     std::optional<QRectF> primary;  // Also in `cursors`.
-    std::optional<QRectF> marker;   // The line itself, 2 wide.
+    std::optional<QRectF> marker;   // The line itself, 2 wide, standing out of its row.
 
-    /// Costs O(visible rows × log(ranges and cursors)).
+    /// Costs a look at each range, and for cursors O(visible rows × log(cursors)).
     static ViewDecorations make(const DecorationState& state, std::span<const VisibleRow> rows,
                                 const DecorationMetrics& metrics);
 
