@@ -1,9 +1,8 @@
 #pragma once
 
 #include "config/LanguageMode.h"
-#include "highlight/SyntaxToken.h"
+#include "highlight/GenericPasses.h"
 #include "highlight/TokenCanvas.h"
-#include "platform/RegularExpression.h"
 
 #include <string_view>
 #include <vector>
@@ -12,10 +11,9 @@ namespace tavrel {
 
 /// Colours a language that has no scanner from its mode's data alone, pass by pass.
 ///
-/// A value; any number of threads may scan with one at once.
+/// Never changes; any number of threads may scan with one at once.
 class GenericScan {
 public:
-    /// Patterns that do not compile are left out.
     explicit GenericScan(const LanguageMode& mode);
 
     /// Runs the passes over `text`, each painting over the ones before. Costs O(passes * length)
@@ -23,14 +21,9 @@ public:
     void run(std::u16string_view text, TokenCanvas& canvas) const;
 
 private:
-    struct Pass {
-        RegularExpression expression;
-        SyntaxToken token;
-    };
+    void add(GenericPassPtr pass);
 
-    void addPass(std::u16string_view pattern, SyntaxToken token);
-
-    std::vector<Pass> passes_;  // In the order in which they run.
+    std::vector<GenericPassPtr> passes_;  // In the order in which they run.
 };
 
 }  // namespace tavrel
