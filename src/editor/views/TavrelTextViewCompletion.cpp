@@ -25,7 +25,7 @@ void TavrelTextView::showCompletions(TextRange partial,
         completionList_->setParent(window());
     completionRange_ = partial;
     const QPoint offset = mapTo(window(), QPoint());
-    completionList_->present(candidates, font_.font(), theme_,
+    completionList_->present(candidates, font_.font(), appearance_.theme,
                              cursor->toAlignedRect().translated(offset), rect().translated(offset));
 }
 
