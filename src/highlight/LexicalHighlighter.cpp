@@ -93,13 +93,27 @@ PaintedStretch LexicalHighlighter::highlight(const TextSource& text,
 ScanPoint LexicalHighlighter::scan(const TextSource& text, ScanPoint from, std::size_t until,
                                    TokenRuns& runs) const
 {
+    until = std::min(until, text.length());
+    if (from.location >= until)
+        return from;
     // The last token may reach past `until`, so the stretch ends where the text does.
     TokenPainter painter(runs, {from.location, text.length() - from.location}, 0);
     ScannedText scanned(text);
-    const ScanPoint to = scanner_->scan(
-        {scanned, painter, words_, punctuation_, std::min(until, text.length())}, from);
+    const ScanPoint to = scanner_->scan({scanned, painter, words_, punctuation_, until}, from);
     painter.finishAt(to.location);
     return to;
+}
+
+PaintedStretch LexicalHighlighter::highlightFrom(const TextSource& text, ScanPoint from,
+                                                 TextRange stretch) const
+{
+    PaintedStretch painted;
+    painted.range = clampedRange(stretch, text.length());
+    TokenPainter painter(painted.runs, painted.range, 0);
+    ScannedText scanned(text);
+    scanner_->scan({scanned, painter, words_, punctuation_, painted.range.end()}, from);
+    painter.finish();
+    return painted;
 }
 
 std::vector<ColorRun> LexicalHighlighter::colorRuns(std::u16string_view text) const

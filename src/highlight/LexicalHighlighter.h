@@ -56,9 +56,15 @@ public:
 
     /// Goes on from a point that an earlier call gave back, or from the start of the text, to the
     /// first token boundary at or past `until`, and appends the tokens of that way to `runs`. Many
-    /// short scans give the same tokens as one long one. Only where `scansByPoints`.
+    /// short scans give the same tokens as one long one. Where `from` is at or past `until` or the
+    /// end of the text it stays there. Only where `scansByPoints`.
     ScanPoint scan(const TextSource& text, ScanPoint from, std::size_t until,
                    TokenRuns& runs) const;
+
+    /// The tokens of `stretch`, clamped to the text, found by scanning from a point that an earlier
+    /// call gave back: those that a scan of the whole text finds there. What lies before the point
+    /// is foreground. Only where `scansByPoints`. Costs O(from the point to the stretch's end).
+    PaintedStretch highlightFrom(const TextSource& text, ScanPoint from, TextRange stretch) const;
 
     /// The tokens of a text that no view shows, in order. In the plain mode only the links, else
     /// runs that cover the text.

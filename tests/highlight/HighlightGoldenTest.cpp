@@ -155,6 +155,20 @@ TEST_P(HighlightGolden, HasItsColoursFromPointToPoint)
     EXPECT_EQ(runs, whole);
 }
 
+TEST_P(HighlightGolden, HasItsColoursBehindEachPoint)
+{
+    const SnapshotSource stored{TextSnapshot(text)};
+    const std::vector<SyntaxToken> tokens = tokensOf(whole);
+    TokenRuns ignored;
+    for (ScanPoint point; point.location < text.size();) {
+        const TextRange stretch = clampedRange({point.location + 50, 100}, text.size());
+        const PaintedStretch painted = highlighter.highlightFrom(stored, point, stretch);
+        ASSERT_EQ(painted.range, stretch);
+        ASSERT_EQ(tokensOf(painted.runs), partOf(tokens, stretch)) << "from " << point.location;
+        point = highlighter.scan(stored, point, point.location + 70, ignored);
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(EachProgram, HighlightGolden, testing::ValuesIn(programs()),
                          [](const auto& program) { return program.param.stem().string(); });
 

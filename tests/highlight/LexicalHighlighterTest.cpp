@@ -185,6 +185,27 @@ TEST(LexicalHighlighter, LeavesOutAPatternThatDoesNotCompile)
     EXPECT_EQ(highlighter.colorRuns(u"z-a 'b'"), expected);
 }
 
+TEST(LexicalHighlighter, StaysAtAPointThatHasNothingBehindIt)
+{
+    const LexicalHighlighter highlighter(shippedMode("cpp"));
+    const PlainTextSource text(u"if a");
+    TokenRuns runs;
+    const ScanPoint atEnd = highlighter.scan(text, {}, 100, runs);
+    EXPECT_EQ(atEnd.location, 4U);
+    EXPECT_EQ(highlighter.scan(text, atEnd, 100, runs), atEnd);
+    EXPECT_EQ(highlighter.scan(text, {9, 0}, 100, runs), (ScanPoint{9, 0}));
+    EXPECT_EQ(highlighter.scan(text, {2, 0}, 1, runs), (ScanPoint{2, 0}));
+    EXPECT_EQ(runs.length(), 4U);
+}
+
+TEST(LexicalHighlighter, PaintsNothingFromAPointOutsideTheText)
+{
+    const LexicalHighlighter highlighter(shippedMode("cpp"));
+    const PlainTextSource text(u"if a");
+    EXPECT_EQ(highlighter.highlightFrom(text, {9, 0}, {0, 2}).runs, TokenRuns(2));
+    EXPECT_EQ(highlighter.highlightFrom(text, {}, {9, 2}).runs, TokenRuns());
+}
+
 TEST(LexicalHighlighter, MayBeMoved)
 {
     LexicalHighlighter one(shippedMode("rust"));

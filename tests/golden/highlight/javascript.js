@@ -95,3 +95,7 @@ const slashes = ratio / 2; // a / b, not /regex/
 if (/[/\]]+/.test(escaped) && isNumber(ratio)) $('out').value = `${escaped}
 spans lines`;
 main(process.argv.slice(2)).then((code) => { process.exitCode = code; });
+
+// More of the language.
+export const view = { $scope: 1, _private: 2, async *items() { yield 1; }, get [`k${1}`]() { return 0 } };
+const tagged = html`<p class="${"x"}">${1}</p>`, nested = a ? b ? 1 : 2 : 3;

@@ -79,3 +79,33 @@ local $, = ';'; local $/ = undef;
 my $total = max(values %count) + $mask & ~$limit ^ 1;
 print STDERR $@, $0, $$, "\n" if $total != 0;
 exit($code < 0 ? 1 : 0);
+
+# More of the language.
+our @ISA = ('Base');
+my $long = q(text) . qq{more $x};
+my %map = map { $_ => 1 } qw(a b c);
+sub compare($$) { $_[0] <=> $_[1] or $a cmp $b }
+while (<>) {
+    next unless /\S/;
+    s/^\s+//; tr/a-z/A-Z/;
+    push(@{ $map{lc $1} }, $2) while m/(\w+)=(\d+)/g;
+}
+my $ratio = ($total + 1) / (@list || 1) / 2;
+my @sorted = sort { $map{$a} <=> $map{$b} } keys %map;
+print "Sum: @{[ $total * 2 ]}\n", 'it\'s', "\$5";
+my $ref = \&compare; &$ref(1, 2); &{$ref}(3, 4);
+$hash{key}{other}[0] //= undef; $x **= 2; $y ||= 1;
+if (($x & 1) == 0 && !($y | 2)) { $x <<= 1 } else { $x >>= 1 }
+@array[1, 2] = @array[2, 1]; ($p, $q) = (1 .. 3);
+my $re = qr/a+/i; my $n = () = $text =~ /x/g;
+local $| = 1; $0 = 'name'; print $^W, $;, $:;
+foreach my $i (0 .. $#{$ref}) { last if $i > 1_000 }
+return wantarray ? @sorted : $sorted[0];
+
+=begin comment
+
+Not code: my $x = "open
+
+=cut
+
+__END__

@@ -61,3 +61,40 @@ over lines $x'
 }
 
 main "$@"
+
+# More of what scripts hold.
+declare -A names=([one]=1 [two]=2)
+: "${NAME:=default}" "${LIST[@]:1:2}" "${TEXT%%.*}" "${#TEXT}"
+
+read_lines() {
+    while IFS=$'\t' read -r first rest; do
+        [[ $first =~ ^[0-9]+$ ]] && numbers+=("$first")
+        if (( first % 2 == 0 )) || [ -z "$rest" ]; then
+            echo -n "$first: $rest" 1>&2
+        fi
+    done < "${1:-/dev/stdin}"
+}
+
+select choice in start stop quit; do
+    case $choice in
+        start|run) start_server & pid=$! ;;
+        stop) kill -TERM "$pid" || true ;;
+        [Qq]uit) break ;;
+    esac
+done
+
+result=$(grep -c "^error" <(sort log.txt) || echo 0)
+sum=$((result * 2 + 0x0F))
+if test -f "$HOME/.config" -a ! -e lock; then . "$HOME/.config"; fi
+until ping -c1 host >/dev/null; do sleep 2; done
+printf '%d\n' {1..5} | xargs -n1 -I{} echo item {}
+echo `date` # now
+echo "a # b" 'c # d' e#f \# g;# comment
+echo $1$2 ${3} $10 "$(echo "inner (x)")"
+find . -name '*.sh' -exec chmod +x {} \;
+awk '{ print $1 }' file | sed 's/a/b/g' > out.txt
+let "x = 5" ; export -f read_lines
+unset names[one]; local y=$x
+exec 3<> /tmp/file; echo hi >&3; exec 3>&-
+wait; exit "$?"
+echo "open string

@@ -51,3 +51,52 @@ begin;
 alter table goods add column weight float;
 create view cheap as select * from goods where price < 1;
 select max(price), min(price), cast(avg(price) as int) from cheap; commit;
+
+-- Views, triggers and the rest.
+CREATE OR REPLACE VIEW late_orders AS
+    SELECT o.id, o.amount, g.name AS goods_name
+    FROM orders o INNER JOIN goods g ON g.id = o.goods_id
+    WHERE o.ordered < CURRENT_DATE - INTERVAL '7 days'
+      AND EXISTS (SELECT 1 FROM people p WHERE p.id = o.person_id AND p.active = TRUE);
+
+CREATE TRIGGER note_change
+AFTER UPDATE ON goods
+FOR EACH ROW
+WHEN (OLD.price <> NEW.price)
+BEGIN
+    INSERT INTO changes (goods_id, old_price, new_price, at)
+    VALUES (OLD.id, OLD.price, NEW.price, CURRENT_TIMESTAMP);
+END;
+
+CREATE FUNCTION total(goods_id INT, factor FLOAT DEFAULT 1.0) RETURNS NUMERIC AS $$
+DECLARE
+    result NUMERIC(12, 2) := 0;
+BEGIN
+    SELECT SUM(amount) * factor INTO result FROM orders WHERE orders.goods_id = $1;
+    IF result IS NULL THEN
+        RETURN 0;
+    ELSIF result > 1e6 THEN
+        RAISE NOTICE 'large: %', result;
+    END IF;
+    RETURN result;
+END;
+$$ LANGUAGE plpgsql;
+
+MERGE INTO stock AS s
+USING delivery AS d ON s.goods_id = d.goods_id
+WHEN MATCHED THEN UPDATE SET s.count = s.count + d.count
+WHEN NOT MATCHED THEN INSERT (goods_id, count) VALUES (d.goods_id, d.count);
+
+SELECT name,
+       price,
+       RANK() OVER (PARTITION BY kind ORDER BY price DESC) AS place,
+       LAG(price, 1, 0) OVER w,
+       COALESCE(note, 'none') || ' (' || CAST(id AS VARCHAR) || ')'
+FROM goods
+WINDOW w AS (ORDER BY id ROWS BETWEEN UNBOUNDED PRECEDING AND CURRENT ROW);
+
+GRANT SELECT, INSERT ON goods TO clerk;
+REVOKE ALL PRIVILEGES ON orders FROM guest;
+EXPLAIN ANALYZE SELECT * FROM goods WHERE id = ANY (ARRAY[1, 2, 3]) AND data->>'kind' = "x";
+SET @count = 5; SELECT @count % 2, `order` FROM `select`;
+ROLLBACK; /* nothing happened
