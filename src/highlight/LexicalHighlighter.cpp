@@ -10,6 +10,10 @@
 namespace tavrel {
 namespace {
 
+/// Fewer than source code has, so that the room for the runs of a text is found at once. What is
+/// not used of it is never touched.
+constexpr std::size_t unitsPerRun = 2;
+
 void addWords(WordTable& table, const WordList& list)
 {
     for (std::size_t start = 0; start < list.words.size();) {
@@ -73,6 +77,7 @@ PaintedStretch LexicalHighlighter::highlight(const TextSource& text,
 
     const std::size_t scanBase = scanned.location;
     if (scanner_) {
+        painted.runs.reserve(painted.range.length / unitsPerRun);
         TokenPainter painter(painted.runs, painted.range, scanBase);
         // Nothing behind the stretch changes what is painted in it.
         const std::size_t end = std::min(scanned.end(), painted.range.end());

@@ -15,9 +15,10 @@ namespace tavrel {
 /// without gaps, and neighbours differ in their token, so equal colourings compare equal.
 class TokenRuns {
 public:
+    /// Eight bytes: source code has a run for every two or three units.
     struct Run {
-        std::size_t length = 0;  // Code units, never 0.
-        SyntaxToken token = SyntaxToken::foreground;
+        std::size_t length : 56 = 0;  // Code units, never 0.
+        SyntaxToken token : 8 = SyntaxToken::foreground;
         bool operator==(const Run&) const = default;
     };
 
@@ -49,6 +50,9 @@ public:
         else
             runs_.push_back({length, token});
     }
+
+    /// Makes room for `count` more runs.
+    void reserve(std::size_t count) { runs_.reserve(runs_.size() + count); }
 
     /// Makes the stretch empty, and keeps the memory of its runs for the next one.
     void clear()

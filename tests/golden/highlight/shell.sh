@@ -57,7 +57,7 @@ main() {
     export PATH="$PATH:/usr/local/bin" LANG=C
     echo a\"b \$HOME \#x; echo 'single
 over lines $x'
-    (cd /tmp; ls | grep -v "^#" |& sort | uniq -c) &> out
+    (cd out; ls | grep -v "^#" |& sort | uniq -c) &> out
 }
 
 main "$@"
@@ -95,6 +95,6 @@ find . -name '*.sh' -exec chmod +x {} \;
 awk '{ print $1 }' file | sed 's/a/b/g' > out.txt
 let "x = 5" ; export -f read_lines
 unset names[one]; local y=$x
-exec 3<> /tmp/file; echo hi >&3; exec 3>&-
+exec 3<> pipe; echo hi >&3; exec 3>&-
 wait; exit "$?"
 echo "open string
