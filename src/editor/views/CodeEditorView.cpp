@@ -106,6 +106,11 @@ void CodeEditorView::textViewDidChangeRows()
     lineNumberGutterView_->refresh();
     if (lineNumberGutterView_->preferredWidth() != lineNumberGutterView_->width())
         arrange();
+    // Another height is another page, which the thumb shows at once and not a moment later.
+    if (scrollBar_->pageStep() != clampedToInt(textView_->rows().rowsPerPage())) {
+        updateRange();
+        return;
+    }
     showPosition();
     if (!rangeTimer_.isActive())
         rangeTimer_.start();
