@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/BufferWords.h"
+#include "editor/DocumentColoring.h"
 #include "editor/TextStorage.h"
 #include "editor/UndoHistory.h"
 #include "platform/FileStatus.h"
@@ -48,6 +49,9 @@ public:
     /// Counts the words of the text for completion, up to the last time it was asked to.
     BufferWords& bufferWords() { return bufferWords_; }
 
+    /// Gives the text its tokens where it is shown.
+    DocumentColoring& coloring() { return coloring_; }
+
     /// No file, no change and no text: such a tab is shown as "No File".
     bool isEmpty() const;
 
@@ -62,6 +66,7 @@ public:
 
 private:
     TextStorage textStorage_;
+    DocumentColoring coloring_{textStorage_};
     UndoHistory history_;
     BufferWords bufferWords_;
     std::vector<EditorDocumentObserver*> observers_;

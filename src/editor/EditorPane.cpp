@@ -64,9 +64,15 @@ void EditorPane::setSettings(const EditorPaneSettings& settings)
 std::shared_ptr<EditorTab> EditorPane::makeTab(std::shared_ptr<EditorDocument> document) const
 {
     auto tab = std::make_shared<EditorTab>();
-    tab->language = languageMode(document->url);
     tab->document = std::move(document);
+    setLanguage(*tab);
     return tab;
+}
+
+void EditorPane::setLanguage(EditorTab& tab) const
+{
+    tab.language = languageMode(tab.document->url);
+    tab.document->coloring().setLanguage(tab.language, services_.mainQueue, services_.workQueue);
 }
 
 std::shared_ptr<const LanguageMode>
@@ -79,7 +85,7 @@ EditorPane::languageMode(const std::optional<std::filesystem::path>& url) const
 void EditorPane::refreshLanguages()
 {
     for (const std::shared_ptr<EditorTab>& tab : tabs_)
-        tab->language = languageMode(tab->document->url);
+        setLanguage(*tab);
     refreshStatus();
 }
 
@@ -264,7 +270,7 @@ void EditorPane::didSave(const std::filesystem::path& path, const FileStatus& st
     const bool isRenamed = saved.url != path;
     saved.url = path;
     if (isRenamed)
-        activeTab().language = languageMode(saved.url);
+        setLanguage(activeTab());
     saved.isModified = false;
     saved.diskStatus = status;
     if (view_)

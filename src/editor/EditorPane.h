@@ -173,6 +173,7 @@ private:
     };
 
     std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
+    void setLanguage(EditorTab& tab) const;
     std::shared_ptr<const LanguageMode>
     languageMode(const std::optional<std::filesystem::path>& url) const;
     void addTab(std::shared_ptr<EditorTab> tab);
