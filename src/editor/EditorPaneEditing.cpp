@@ -40,12 +40,12 @@ void EditorPane::textDidChange()
             {.replacementRange = edit->replacementRange,
              .replacedText = std::move(edit->replacedText),
              .insertedText = std::move(edit->insertedText),
-             .beforeSelection = edit->beforeSelection,
-             .afterSelection = after,
-             .beforeSecondaryCursorLocations = std::move(edit->beforeSecondaryCursorLocations),
-             .afterSecondaryCursorLocations = normalisedCursors(after),
-             .beforeIsModified = edit->beforeIsModified,
-             .afterIsModified = true},
+             .state = std::make_shared<const EditorUndoState>(EditorUndoState{
+                 .beforeSelection = edit->beforeSelection,
+                 .afterSelection = after,
+                 .beforeSecondaryCursorLocations = std::move(edit->beforeSecondaryCursorLocations),
+                 .afterSecondaryCursorLocations = normalisedCursors(after),
+                 .beforeIsModified = edit->beforeIsModified})},
             ClearRedo::yes, Mergeable::yes, services_.clock.now());
     }
     refreshAfterEdit();
@@ -183,7 +183,8 @@ void EditorPane::redo()
 void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direction)
 {
     const bool backwards = direction == ReplayDirection::backwards;
-    const EditorUndoSnapshot& state = backwards ? group.snapshots.front() : group.snapshots.back();
+    const EditorUndoState& state =
+        backwards ? *group.snapshots.front().state : *group.snapshots.back().state;
     guard_ = Guard::applyingUndoRedo;
     dropPendingEdit();
     changeText(replayBatches(group, direction));

@@ -36,7 +36,10 @@ void UndoHistory::recordGroup(std::vector<EditorUndoSnapshot> snapshots, ClearRe
         clearRedoIf(clearRedo);
         return;
     }
-    pushGroup({std::move(snapshots), now}, clearRedo);
+    pushGroup(
+        {{std::make_move_iterator(snapshots.begin()), std::make_move_iterator(snapshots.end())},
+         now},
+        clearRedo);
 }
 
 void UndoHistory::pushGroup(EditorUndoGroup group, ClearRedo clearRedo)
