@@ -10,6 +10,7 @@ namespace tavrel {
 class Calendar;
 class Clock;
 class FileSystem;
+class GitLineDiffer;
 struct LanguageMode;
 class MainQueue;
 class Pasteboard;
@@ -30,6 +31,8 @@ struct EditorPaneServices {
         languageModeForURL = {};
     /// Where long texts are looked through beside the main thread; null for nowhere.
     WorkQueue* workQueue = nullptr;
+    /// Null: there are no line marks.
+    GitLineDiffer* gitLineDiffer = nullptr;
 };
 
 /// The preferences a pane follows.

@@ -70,6 +70,20 @@ const EditorUndoGroup* UndoHistory::redo()
     return &undoStack_.back();
 }
 
+void UndoHistory::markModified()
+{
+    for (std::deque<EditorUndoGroup>* stack : {&undoStack_, &redoStack_}) {
+        for (EditorUndoGroup& group : *stack) {
+            // Only the outermost states of a group are ever brought back.
+            for (EditorUndoSnapshot* end : {&group.snapshots.front(), &group.snapshots.back()}) {
+                EditorUndoState state = *end->state;
+                state.beforeIsModified = state.afterIsModified = true;
+                end->state = std::make_shared<const EditorUndoState>(std::move(state));
+            }
+        }
+    }
+}
+
 void UndoHistory::clear()
 {
     undoStack_.clear();
