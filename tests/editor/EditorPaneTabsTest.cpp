@@ -37,6 +37,7 @@ TEST_F(EditorPaneTabsTest, ClosingTheLastTabLeavesAnEmptyOne)
 TEST_F(EditorPaneTabsTest, ClosingAModifiedDocumentAsks)
 {
     openAndType("a.txt", "one");
+    const int before = delegate.activations;
     EXPECT_EQ(pane.closeTab(0), TabClosing::cancelled);
     ASSERT_EQ(delegate.alerts.size(), 1U);
     EXPECT_EQ(delegate.alerts[0].message, u"Close a.txt");
@@ -44,7 +45,7 @@ TEST_F(EditorPaneTabsTest, ClosingAModifiedDocumentAsks)
     EXPECT_EQ(delegate.alerts[0].buttons, (Titles{u"Close", u"Cancel"}));
     EXPECT_EQ(delegate.alerts[0].escapeButton, cancel);
     EXPECT_EQ(text(), u"xone");
-    EXPECT_EQ(delegate.activations, 0);
+    EXPECT_EQ(delegate.activations, before);
     delegate.answer = closeIt;
     EXPECT_EQ(pane.closeTab(0), TabClosing::closed);
     EXPECT_EQ(titles(), Titles{u"No File"});
@@ -81,9 +82,9 @@ TEST_F(EditorPaneTabsTest, TwoTabsOfOnePaneAreTwoViews)
     EXPECT_EQ(pane.tabs()[0]->selectedRange, (TextRange{2, 0}));  // Moved once.
     EXPECT_EQ(pane.closeTab(1), TabClosing::closed);
     EXPECT_TRUE(delegate.alerts.empty());
-    const int before = view.tabChanges;
-    document().postDidChange(nullptr, false);
-    EXPECT_EQ(view.tabChanges, before + 1);
+    const int before = view.shownDocuments;
+    document().postDidChange(nullptr, true);
+    EXPECT_EQ(view.shownDocuments, before + 1);
     EXPECT_EQ(pane.closeTab(0), TabClosing::cancelled);
 }
 
@@ -93,10 +94,11 @@ TEST_F(EditorPaneTabsTest, ClosingTakesTheFocusAndShowsTheNextTab)
     open("b", "2");
     open("c", "3");
     pane.selectTab(1);
+    const int before = delegate.activations;
     pane.closeTab(1);
     EXPECT_EQ(titles(), (Titles{u"a", u"c"}));
     EXPECT_EQ(pane.activeTabIndex(), 1U);
-    EXPECT_EQ(delegate.activations, 1);
+    EXPECT_EQ(delegate.activations, before + 1);
     EXPECT_TRUE(view.hasFocus);
     pane.closeTab(1);
     EXPECT_EQ(pane.activeTabIndex(), 0U);
@@ -244,6 +246,41 @@ TEST_F(EditorPaneTabsTest, TheStatusTextNamesLanguageMarkerAndWhatHappened)
     EXPECT_EQ(delegate.status, u"Text | marker");
     pane.setStatus(u"Settings reloaded");
     EXPECT_EQ(pane.statusText(), u"Settings reloaded");
+}
+
+TEST_F(EditorPaneTabsTest, TheTabBarHearsOnlyOfWhatItShows)
+{
+    open("a", "one");
+    open("b", "two");
+    const int before = view.tabChanges;
+    type(u"x");
+    EXPECT_EQ(view.tabChanges, before + 1);
+    type(u"y");
+    pane.showDocument(pane.activeTab().document);
+    EXPECT_EQ(view.tabChanges, before + 2);
+    TestPane other(world());
+    other.pane.showDocument(pane.activeTab().document);
+    const int othersBefore = other.view.tabChanges;
+    type(u"z");
+    run("undo");
+    EXPECT_EQ(other.view.tabChanges, othersBefore + 1);  // It was modified, and is not any more.
+    pane.selectTab(0);
+    EXPECT_EQ(view.tabChanges, before + 4);
+}
+
+TEST_F(EditorPaneTabsTest, AChosenTabMakesThePaneTheActiveOne)
+{
+    open("a", "one");
+    EXPECT_EQ(delegate.activations, 1);
+    open("b", "two");
+    pane.selectTab(0);
+    pane.selectTab(0);
+    run("nextView");
+    EXPECT_EQ(delegate.activations, 5);
+    pane.selectTab(7);
+    pane.replaceTabs({}, 0);
+    run("nextView");
+    EXPECT_EQ(delegate.activations, 5);
 }
 
 // --- Tabs that go from pane to pane
@@ -421,9 +458,10 @@ TEST_F(EditorPaneOpeningTest, AFieldEditorHearsNothingOfOtherViewsAndTakesNoTabs
     field.setView(&fieldView);
     EXPECT_TRUE(field.isFieldEditor());
     field.showDocument(pane.activeTab().document);
-    const int before = fieldView.tabChanges;
+    const int before = fieldView.shownDocuments;
     pane.document().postDidChange(&pane, true);
-    EXPECT_EQ(fieldView.tabChanges, before);
+    EXPECT_EQ(fieldView.shownDocuments, before);
+    EXPECT_EQ(fieldView.tabChanges, 0);
     field.setSelectedRange({0, 0});
     type(u"ab");  // Its positions still follow the text.
     EXPECT_EQ(field.text(), u"ab");
