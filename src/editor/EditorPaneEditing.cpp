@@ -110,8 +110,8 @@ void EditorPane::refreshAfterEdit()
     const bool wasModified = std::exchange(changed.isModified, true);
     refreshStatus(u"modified");
     changed.postDidChange(this, false);
-    if (!wasModified && view_)
-        view_->paneDidChangeTabs();
+    if (!wasModified)
+        tellTabsChanged();
 }
 
 bool EditorPane::insertAtCursors(const TextSnapshot& inserted, std::optional<TextRange> range)
@@ -203,8 +203,7 @@ void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direct
     guard_ = Guard::none;
     didChangeSelection();
     scrollToVisible(selection);
-    if (view_)
-        view_->paneDidChangeTabs();
+    tellTabsChanged();
     refreshStatus(changed.isModified ? u"modified" : u"");
     changed.postDidChange(this, false);
 }
