@@ -3,9 +3,12 @@
 #include "terminal/ModeList.h"
 #include "terminal/TerminalStyle.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <optional>
 #include <vector>
 
@@ -50,6 +53,8 @@ private:
         ModeList modes;
     };
 
+    std::size_t readShort(const std::uint8_t* at);
+    const std::uint8_t* readLong(const std::uint8_t* at, const std::uint8_t* end);
     void endParameter();
     void makeRoom();
 
@@ -64,5 +69,73 @@ private:
     std::optional<Overflow> overflow_;
     std::size_t modesDone_ = 0;  // How many of `list_` have gone into `overflow_` as modes.
 };
+
+inline void ControlSequenceParameters::begin(TerminalStyle pen)
+{
+    pen_ = pen;
+    count_ = 0;
+    value_ = 0;
+    isBroken_ = false;
+    isEmpty_ = true;
+    modesDone_ = 0;
+    if (overflow_) [[unlikely]]
+        overflow_.reset();
+}
+
+inline const std::uint8_t* ControlSequenceParameters::read(const std::uint8_t* at,
+                                                           const std::uint8_t* end)
+{
+    const std::uint8_t* const begin = at;
+    while (at < end) {
+        const std::size_t length = value_ == 0 && end - at >= 8 ? readShort(at) : 8;
+        at = length < 8 ? at + length : readLong(at, end);
+        if (at == end)
+            break;
+        if (*at == ';')
+            endParameter();
+        else if (*at == ':')
+            isBroken_ = true;
+        else
+            break;
+        ++at;
+    }
+    isEmpty_ &= at == begin;
+    return at;
+}
+
+// Takes the digits that the next eight bytes begin with into `value_`, and gives their number; with
+// 8 of them it takes none. How many there are cannot be foretold, so there is no branch on it.
+inline std::size_t ControlSequenceParameters::readShort(const std::uint8_t* at)
+{
+    if constexpr (std::endian::native != std::endian::little)
+        return 8;
+    std::uint64_t digits;
+    std::memcpy(&digits, at, sizeof digits);
+    digits ^= 0x3030303030303030;
+    const std::uint64_t others =
+        (((digits & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | digits) & 0x8080808080808080;
+    if (others == 0) [[unlikely]]
+        return 8;
+    const int length = std::countr_zero(others) / 8;
+    // Moved to the end, so that they stand behind leading zeros; then pairs, then fours of digits
+    // become numbers side by side.
+    digits = digits << 8 << (56 - 8 * length);
+    digits = digits * 10 + (digits >> 8);
+    constexpr std::uint64_t evenPairs = 0x000000FF000000FF;
+    value_ = ((digits & evenPairs) * 0x000F424000000064 +
+              ((digits >> 16) & evenPairs) * 0x0000271000000001) >>
+             32;
+    return static_cast<std::size_t>(length);
+}
+
+inline void ControlSequenceParameters::endParameter()
+{
+    list_[count_++] =
+        isBroken_ ? 0 : static_cast<std::int32_t>(std::min<std::uint64_t>(value_, mostValue));
+    value_ = 0;
+    isBroken_ = false;
+    if (count_ == keptCount) [[unlikely]]
+        makeRoom();
+}
 
 }  // namespace tavrel

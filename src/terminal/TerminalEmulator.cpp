@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace tavrel {
@@ -18,6 +19,14 @@ bool isPrintableAscii(std::uint8_t byte)
     return byte >= 0x20 && byte < 0x7F;
 }
 
+// The place in memory of the first byte of a word from there that is not 0.
+int firstByteOf(std::uint64_t word)
+{
+    return (std::endian::native == std::endian::little ? std::countr_zero(word)
+                                                       : std::countl_zero(word)) /
+           8;
+}
+
 const std::uint8_t* endOfPrintableAscii(const std::uint8_t* at, const std::uint8_t* end)
 {
     // Eight at a time: a byte is no printable one exactly where one of these sets its upper bit.
@@ -29,8 +38,9 @@ const std::uint8_t* endOfPrintableAscii(const std::uint8_t* at, const std::uint8
         const std::uint64_t low = word & ~uppers;
         const std::uint64_t isControl = ~(low + ones * (0x80 - 0x20));
         const std::uint64_t isDelete = low + ones;
-        if (((isControl | isDelete | word) & uppers) != 0)
-            break;
+        const std::uint64_t others = (isControl | isDelete | word) & uppers;
+        if (others != 0)
+            return at + firstByteOf(others);
         at += 8;
     }
     while (at < end && isPrintableAscii(*at))
@@ -194,6 +204,12 @@ const std::uint8_t* TerminalEmulator::consumeControlSequence(const std::uint8_t*
         at = csiParams_.read(at, end);
         if (at == end || *at >= firstNonAscii)
             return at;
+        if (*at > '?') {
+            parserState_ = ParserState::ground;
+            csiParams_.finish();
+            dispatch(*at);
+            return at + 1;
+        }
         stepControlSequence(*at++);
         if (parserState_ != ParserState::csi)
             return at;

@@ -149,8 +149,6 @@ private:
     bool printsSpecial() const;
 
     void dispatch(char32_t final);
-    bool dispatchMotion(char32_t final);
-    bool dispatchErasure(char32_t final);
     void setModes(bool value);
     void setPrivateMode(int mode, bool value);
     void switchScreen(bool enter, TerminalScreen::Clearing clearing,

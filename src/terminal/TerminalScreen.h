@@ -67,13 +67,13 @@ public:
 
     // Printing. Every character takes one cell.
 
-    void print(std::span<const std::uint8_t> ascii);
-    void print(std::span<const char32_t> characters);
+    void print(std::span<const std::uint8_t> ascii) { printRun(ascii); }
+    void print(std::span<const char32_t> characters) { printRun(characters); }
 
-    // Moving the cursor.
+    // Moving the cursor. Positions may lie as far outside as 2^30 and a grid.
 
-    void moveCursor(std::int64_t x, std::int64_t y);
-    void setCursorPosition(std::int64_t x, std::int64_t y);
+    void moveCursor(int x, int y);
+    void setCursorPosition(int x, int y);
     void backspace();
     void carriageReturn();
     void tabForward();
@@ -126,7 +126,18 @@ private:
     TerminalScreenRow& cursorRow() { return screen_.row(cursor_.y); }
     bool feedsScrollback() const { return !usingAlternateScreen_ && scrollTop_ == 0; }
     template<class Character>
-    void printRun(std::span<const Character> characters);
+    void printRun(std::span<const Character> characters)
+    {
+        // Most runs end before the last column.
+        const std::size_t room = static_cast<std::size_t>(columns_ - 1 - cursor_.x);
+        if (characters.size() > room || characters.empty() || pendingWrap_ || modes.insertMode)
+            return printAcrossRows(characters);
+        const int count = static_cast<int>(characters.size());
+        cursorRow().write(cursor_.x, characters.data(), count, pen, columns_);
+        cursor_.x += count;
+    }
+    template<class Character>
+    void printAcrossRows(std::span<const Character> characters);
     void scrollUpOnce();
     void scrollDownOnce(int top);
     void appendToScrollback(TerminalScreenRow& row);

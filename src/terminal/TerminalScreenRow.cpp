@@ -33,7 +33,7 @@ void TerminalScreenRow::erase(int begin, int end, TerminalStyle style, int colum
     }
     if (begin >= end || (begin >= length_ && style == fill_))
         return;
-    std::fill_n(write(begin, end - begin, style, columns), end - begin, U' ');
+    writeBlanks(begin, end - begin, style, columns);
 }
 
 void TerminalScreenRow::insertBlanks(int column, int count, TerminalStyle style, int columns)
@@ -88,6 +88,13 @@ void TerminalScreenRow::assign(int count, int columns)
 void TerminalScreenRow::padTo(int end, int columns)
 {
     prepare(std::max(end, length_), 0, columns);
+}
+
+void TerminalScreenRow::writeBlanks(int column, int count, TerminalStyle style, int columns)
+{
+    prepare(column, count, columns);
+    std::fill_n(characters_.data() + column, count, U' ');
+    std::fill_n(styles_.data() + column, count, style);
 }
 
 void TerminalScreenRow::grow(int columns)

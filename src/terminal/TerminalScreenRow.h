@@ -2,7 +2,9 @@
 
 #include "terminal/TerminalStyle.h"
 
+#include <algorithm>
 #include <span>
+#include <type_traits>
 #include <vector>
 
 namespace tavrel {
@@ -31,13 +33,39 @@ public:
     /// Whether every cell is a blank on the theme's background.
     bool isEmpty() const;
 
-    /// Gives the cells from `column` to `column + count` to the caller to write the characters;
-    /// they have `style` already.
-    char32_t* write(int column, int count, TerminalStyle style, int columns)
+    /// Writes `count` characters, one at least, from `column` on in `style`.
+    template<class Character>
+    void write(int column, const Character* characters, int count, TerminalStyle style, int columns)
     {
         prepare(column, count, columns);
-        std::fill_n(styles_.data() + column, count, style);
-        return characters_.data() + column;
+        char32_t* const to = characters_.data() + column;
+        TerminalStyle* const styles = styles_.data() + column;
+        // Programs that paint write a few cells at a time, for which blocks of fixed size, the last
+        // of which may overlap the one before, take half of the time that loops take.
+        if (count >= 16) {
+            std::copy_n(characters, count, to);
+            std::fill_n(styles, count, style);
+            return;
+        }
+        const auto block = [&](auto size, int at) {
+            for (int i = 0; i < size; ++i)
+                to[at + i] = characters[at + i];
+            for (int i = 0; i < size; ++i)
+                styles[at + i] = style;
+        };
+        if (count >= 8) {
+            block(std::integral_constant<int, 8>(), 0);
+            block(std::integral_constant<int, 8>(), count - 8);
+        } else if (count >= 4) {
+            block(std::integral_constant<int, 4>(), 0);
+            block(std::integral_constant<int, 4>(), count - 4);
+        } else {
+            block(std::integral_constant<int, 1>(), 0);
+            if (count > 1) {
+                block(std::integral_constant<int, 1>(), 1);
+                block(std::integral_constant<int, 1>(), count - 1);
+            }
+        }
     }
 
     /// Every cell becomes a blank of `style`.
@@ -80,6 +108,7 @@ private:
             fillGap(column);
         length_ = std::max(length_, column + count);
     }
+    void writeBlanks(int column, int count, TerminalStyle style, int columns);
     void grow(int columns);
     void fillGap(int end);
 
