@@ -3,25 +3,8 @@
 #include "terminal/GraphicRendition.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace tavrel {
-
-// Takes digits into `value_`, one after another.
-const std::uint8_t* ControlSequenceParameters::readLong(const std::uint8_t* at,
-                                                        const std::uint8_t* end)
-{
-    constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
-    for (; at < end && *at >= '0' && *at <= '9'; ++at) {
-        const unsigned digit = *at - unsigned{'0'};
-        if (value_ > (most - digit) / 10) {
-            isBroken_ = true;
-            value_ = 0;
-        }
-        value_ = value_ * 10 + digit;
-    }
-    return at;
-}
 
 void ControlSequenceParameters::makeRoom()
 {

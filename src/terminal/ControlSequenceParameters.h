@@ -9,6 +9,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <limits>
 #include <optional>
 #include <vector>
 
@@ -32,6 +33,10 @@ public:
     bool isEmpty() const { return isEmpty_; }
     /// Reads up to the first byte that belongs to no parameter, or to the end; gives its place.
     const std::uint8_t* read(const std::uint8_t* at, const std::uint8_t* end);
+    /// Reads what is by far the most there is: one or two whole parameters of digits with the final
+    /// byte behind them, all within the eight bytes at `at`. Gives the number of bytes before the
+    /// final one; or nothing, and then none is read.
+    std::optional<std::size_t> readWhole(const std::uint8_t* at);
     /// Ends the last parameter. The questions below are for after that.
     void finish() { endParameter(); }
 
@@ -53,8 +58,7 @@ private:
         ModeList modes;
     };
 
-    std::size_t readShort(const std::uint8_t* at);
-    const std::uint8_t* readLong(const std::uint8_t* at, const std::uint8_t* end);
+    static std::int32_t numberOf(std::uint64_t digits, int bits);
     void endParameter();
     void makeRoom();
 
@@ -85,47 +89,74 @@ inline void ControlSequenceParameters::begin(TerminalStyle pen)
 inline const std::uint8_t* ControlSequenceParameters::read(const std::uint8_t* at,
                                                            const std::uint8_t* end)
 {
+    constexpr std::uint64_t most = std::numeric_limits<std::int64_t>::max();
     const std::uint8_t* const begin = at;
-    while (at < end) {
-        const std::size_t length = value_ == 0 && end - at >= 8 ? readShort(at) : 8;
-        at = length < 8 ? at + length : readLong(at, end);
-        if (at == end)
-            break;
-        if (*at == ';')
+    std::uint64_t value = value_;
+    for (; at < end; ++at) {
+        const unsigned digit = *at - unsigned{'0'};
+        if (digit < 10) {
+            if (value >= most / 10 && value > (most - digit) / 10) [[unlikely]] {
+                isBroken_ = true;
+                value = 0;
+            }
+            value = value * 10 + digit;
+        } else if (*at == ';') {
+            value_ = value;
             endParameter();
-        else if (*at == ':')
+            value = 0;
+        } else if (*at == ':') {
             isBroken_ = true;
-        else
+        } else {
             break;
-        ++at;
+        }
     }
+    value_ = value;
     isEmpty_ &= at == begin;
     return at;
 }
 
-// Takes the digits that the next eight bytes begin with into `value_`, and gives their number; with
-// 8 of them it takes none. How many there are cannot be foretold, so there is no branch on it.
-inline std::size_t ControlSequenceParameters::readShort(const std::uint8_t* at)
+inline std::optional<std::size_t> ControlSequenceParameters::readWhole(const std::uint8_t* at)
 {
     if constexpr (std::endian::native != std::endian::little)
-        return 8;
-    std::uint64_t digits;
-    std::memcpy(&digits, at, sizeof digits);
-    digits ^= 0x3030303030303030;
-    const std::uint64_t others =
-        (((digits & 0x7F7F7F7F7F7F7F7F) + 0x7676767676767676) | digits) & 0x8080808080808080;
+        return std::nullopt;
+    constexpr std::uint64_t ones = 0x0101010101010101;
+    constexpr std::uint64_t lows = ones * 0x7F;
+    std::uint64_t word;
+    std::memcpy(&word, at, sizeof word);
+    // Digits become their values, and all else is larger: where numbers end cannot be foretold, so
+    // their ends are worked out from the bits that tell, and nothing branches on them.
+    word ^= ones * '0';
+    const std::uint64_t others = (((word & lows) + ones * (0x80 - 10)) | word) & ~lows;
     if (others == 0) [[unlikely]]
-        return 8;
-    const int length = std::countr_zero(others) / 8;
+        return std::nullopt;
+    const int first = std::countr_zero(others) & ~7;
+    list_[0] = numberOf(word, first);
+    count_ = 1;
+    int final = first;
+    if ((word >> first & 0xFF) == (';' ^ '0')) {
+        const std::uint64_t behindFirst = others & (others - 1);
+        if (behindFirst == 0)
+            return std::nullopt;
+        final = std::countr_zero(behindFirst) & ~7;
+        list_[1] = numberOf(word >> (first + 8), final - first - 8);
+        count_ = 2;
+    }
+    const std::uint64_t finalByte = (word >> final & 0xFF) ^ '0';
+    if (finalByte < '@' || finalByte >= 0x80)
+        return std::nullopt;
+    return static_cast<std::size_t>(final / 8);
+}
+
+inline std::int32_t ControlSequenceParameters::numberOf(std::uint64_t digits, int bits)
+{
     // Moved to the end, so that they stand behind leading zeros; then pairs, then fours of digits
     // become numbers side by side.
-    digits = digits << 8 << (56 - 8 * length);
+    digits = digits << 8 << (56 - bits);
     digits = digits * 10 + (digits >> 8);
     constexpr std::uint64_t evenPairs = 0x000000FF000000FF;
-    value_ = ((digits & evenPairs) * 0x000F424000000064 +
-              ((digits >> 16) & evenPairs) * 0x0000271000000001) >>
-             32;
-    return static_cast<std::size_t>(length);
+    return static_cast<std::int32_t>(((digits & evenPairs) * 0x000F424000000064 +
+                                      ((digits >> 16) & evenPairs) * 0x0000271000000001) >>
+                                     32);
 }
 
 inline void ControlSequenceParameters::endParameter()

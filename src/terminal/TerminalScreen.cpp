@@ -43,7 +43,13 @@ void TerminalScreen::printAcrossRows(std::span<const Character> characters)
             count = std::min(count, last - cursor_.x);
             row.insertBlanks(cursor_.x, count, pen, columns_);
         }
-        row.write(cursor_.x, characters.data(), count, pen, columns_);
+        if (count >= TerminalScreenRow::blockSize) {
+            row.write(cursor_.x, characters.data(), count, pen, columns_);
+        } else {
+            std::array<Character, TerminalScreenRow::blockSize> block{};
+            std::copy_n(characters.data(), count, block.begin());
+            row.writeShort(cursor_.x, block, count, pen, columns_);
+        }
         characters = characters.subspan(static_cast<std::size_t>(count));
         cursor_.x += count;
         if (cursor_.x > last) {

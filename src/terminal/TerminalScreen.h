@@ -5,6 +5,7 @@
 #include "terminal/TerminalRow.h"
 #include "terminal/TerminalTabStops.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -67,8 +68,20 @@ public:
 
     // Printing. Every character takes one cell.
 
-    void print(std::span<const std::uint8_t> ascii) { printRun(ascii); }
-    void print(std::span<const char32_t> characters) { printRun(characters); }
+    void print(std::span<const std::uint8_t> ascii) { printAcrossRows(ascii); }
+    void print(std::span<const char32_t> characters) { printAcrossRows(characters); }
+
+    /// The first `count` of a block of characters, one at least.
+    template<class Character>
+    void printShort(const std::array<Character, 8>& characters, int count)
+    {
+        // Most runs end before the last column.
+        if (count >= columns_ - cursor_.x || pendingWrap_ || modes.insertMode)
+            return printAcrossRows(
+                std::span<const Character>(characters.data(), static_cast<std::size_t>(count)));
+        cursorRow().writeShort(cursor_.x, characters, count, pen, columns_);
+        cursor_.x += count;
+    }
 
     // Moving the cursor. Positions may lie as far outside as 2^30 and a grid.
 
@@ -125,17 +138,6 @@ private:
     TerminalPosition limited(TerminalPosition position) const;
     TerminalScreenRow& cursorRow() { return screen_.row(cursor_.y); }
     bool feedsScrollback() const { return !usingAlternateScreen_ && scrollTop_ == 0; }
-    template<class Character>
-    void printRun(std::span<const Character> characters)
-    {
-        // Most runs end before the last column.
-        const std::size_t room = static_cast<std::size_t>(columns_ - 1 - cursor_.x);
-        if (characters.size() > room || characters.empty() || pendingWrap_ || modes.insertMode)
-            return printAcrossRows(characters);
-        const int count = static_cast<int>(characters.size());
-        cursorRow().write(cursor_.x, characters.data(), count, pen, columns_);
-        cursor_.x += count;
-    }
     template<class Character>
     void printAcrossRows(std::span<const Character> characters);
     void scrollUpOnce();
