@@ -97,8 +97,9 @@ std::optional<ExtendedColor> extendedColor(std::span<const std::int32_t> codes)
 }  // namespace
 
 std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, RenditionEnd end,
-                                  TerminalStyle& pen)
+                                  TerminalStyle& changedPen)
 {
+    TerminalStyle pen = changedPen;
     constexpr std::size_t longestColor = 5;
     std::size_t at = 0;
     while (at < codes.size()) {
@@ -112,7 +113,7 @@ std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, Rendition
             continue;
         }
         if (end == RenditionEnd::isOpen && codes.size() - at < longestColor)
-            return at;
+            break;
         const auto extended = extendedColor(codes.subspan(at));
         if (extended && code == 38)
             pen.setForeground(extended->color);
@@ -120,6 +121,7 @@ std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, Rendition
             pen.setBackground(extended->color);
         at += extended ? extended->length : 1;
     }
+    changedPen = pen;
     return at;
 }
 

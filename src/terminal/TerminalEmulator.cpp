@@ -161,13 +161,11 @@ const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, cons
             }
             beginControlSequence();
             at += 2;
-            if (end - at >= 8) {
-                if (const auto length = csiParams_.readWhole(at)) {
-                    parserState_ = ParserState::ground;
-                    dispatch(at[*length]);
-                    at += *length + 1;
-                    continue;
-                }
+            if (const std::uint8_t* const final = csiParams_.readWhole(at, end)) {
+                parserState_ = ParserState::ground;
+                dispatch(*final);
+                at = final + 1;
+                continue;
             }
             beginControlSequence();
             at = consumeControlSequence(at, end);
