@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/GraphicRendition.h"
 #include "terminal/ModeList.h"
 #include "terminal/TerminalStyle.h"
 
@@ -157,6 +158,13 @@ inline std::int32_t ControlSequenceParameters::numberOf(std::uint64_t digits, in
     return static_cast<std::int32_t>(((digits & evenPairs) * 0x000F424000000064 +
                                       ((digits >> 16) & evenPairs) * 0x0000271000000001) >>
                                      32);
+}
+
+inline TerminalStyle ControlSequenceParameters::rendition() const
+{
+    TerminalStyle pen = overflow_ ? overflow_->pen : pen_;
+    applyGraphicRendition({list_.data(), count_}, RenditionEnd::isThere, pen);
+    return pen;
 }
 
 inline void ControlSequenceParameters::endParameter()

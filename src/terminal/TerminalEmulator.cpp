@@ -155,20 +155,7 @@ const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, cons
         if (isPrintableAscii(byte)) {
             at = consumePrintable(at, end);
         } else if (byte == escape) {
-            if (end - at < 2 || at[1] != '[') {
-                parserState_ = ParserState::escape;
-                return at + 1;
-            }
-            beginControlSequence();
-            at += 2;
-            if (const std::uint8_t* const final = csiParams_.readWhole(at, end)) {
-                parserState_ = ParserState::ground;
-                dispatch(*final);
-                at = final + 1;
-                continue;
-            }
-            beginControlSequence();
-            at = consumeControlSequence(at, end);
+            at = consumeEscape(at + 1, end);
             if (parserState_ != ParserState::ground)
                 return at;
         } else if (byte < firstNonAscii) {
@@ -181,9 +168,33 @@ const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, cons
     return at;
 }
 
+const std::uint8_t* TerminalEmulator::consumeEscape(const std::uint8_t* at, const std::uint8_t* end)
+{
+    if (at == end || *at >= firstNonAscii) {
+        parserState_ = ParserState::escape;
+        return at;
+    }
+    if (*at != '[') {
+        stepEscape(*at++);
+        if (parserState_ == ParserState::escapeIntermediate && at < end && *at < firstNonAscii)
+            stepEscapeIntermediate(*at++);
+        return at;
+    }
+    ++at;
+    beginControlSequence();
+    if (const std::uint8_t* const final = csiParams_.readWhole(at, end)) {
+        parserState_ = ParserState::ground;
+        dispatch(*final);
+        return final + 1;
+    }
+    beginControlSequence();
+    return consumeControlSequence(at, end);
+}
+
 const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
                                                        const std::uint8_t* end)
 {
+    const std::uint8_t* rest = at;
     if (end - at >= 8 && !printsSpecial()) {
         const Block block = blockAt(at);
         const int count = printableCount(block);
@@ -191,8 +202,9 @@ const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
             screen_.printShort(block, count);
             return at + count;
         }
+        rest += 8;
     }
-    const std::uint8_t* const runEnd = endOfPrintableAscii(at, end);
+    const std::uint8_t* const runEnd = endOfPrintableAscii(rest, end);
     print(std::span(at, runEnd));
     return runEnd;
 }

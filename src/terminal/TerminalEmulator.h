@@ -131,6 +131,7 @@ public:
 private:
     const std::uint8_t* consume(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeGround(const std::uint8_t* at, const std::uint8_t* end);
+    const std::uint8_t* consumeEscape(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumePrintable(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeDecoded(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeControlSequence(const std::uint8_t* at, const std::uint8_t* end);

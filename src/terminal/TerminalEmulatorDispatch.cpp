@@ -9,6 +9,11 @@ namespace tavrel {
 
 void TerminalEmulator::dispatch(char32_t final)
 {
+    // Half of what coloured output holds, so it does not wait for the jump below.
+    if (final == 'm') {
+        screen_.pen = csiParams_.rendition();
+        return;
+    }
     const int first = csiParams_.first();
     const int n = std::max(first, 1);
     const auto [x, y] = screen_.cursor();
