@@ -35,8 +35,8 @@ public:
     /// Reads up to the first byte that belongs to no parameter, or to the end; gives its place.
     const std::uint8_t* read(const std::uint8_t* at, const std::uint8_t* end);
     /// Reads what is by far the most there is: a few parameters of at most seven digits with their
-    /// final byte, all before `end` and eight bytes more. Gives the place of the final byte; or
-    /// null, and then the sequence has to begin anew.
+    /// final byte, where each begins eight bytes or more before `end`. Gives the place of the final
+    /// byte; or null, and then the sequence has to begin anew.
     const std::uint8_t* readWhole(const std::uint8_t* at, const std::uint8_t* end);
     /// Ends the last parameter. The questions below are for after that.
     void finish() { endParameter(); }
