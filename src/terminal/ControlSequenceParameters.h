@@ -162,6 +162,9 @@ inline std::int32_t ControlSequenceParameters::numberOf(std::uint64_t digits, in
 
 inline TerminalStyle ControlSequenceParameters::rendition() const
 {
+    const auto code = static_cast<std::size_t>(list_[0]);
+    if (count_ == 1 && code < renditionChanges.size() && !overflow_)
+        return renditionChanges[code].applied(pen_);
     TerminalStyle pen = overflow_ ? overflow_->pen : pen_;
     applyGraphicRendition({list_.data(), count_}, RenditionEnd::isThere, pen);
     return pen;

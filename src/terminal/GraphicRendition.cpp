@@ -58,26 +58,6 @@ constexpr void applyCode(int code, TerminalStyle& pen)
     }
 }
 
-// The bits of a pen that a code leaves, and those that it sets.
-struct BitChange {
-    std::uint64_t kept;
-    std::uint64_t set;
-};
-
-// Codes follow each other without a pattern that a processor could foretell, so what they do is
-// looked up and not branched on. A bit that comes out as it went in, whatever it was, is kept.
-constexpr auto changes = [] {
-    std::array<BitChange, 108> table{};
-    for (std::size_t code = 0; code < table.size(); ++code) {
-        TerminalStyle zeros = TerminalStyle::fromBits(0);
-        TerminalStyle ones = TerminalStyle::fromBits(~std::uint64_t{0});
-        applyCode(static_cast<int>(code), zeros);
-        applyCode(static_cast<int>(code), ones);
-        table[code] = {ones.bits() & ~zeros.bits(), zeros.bits()};
-    }
-    return table;
-}();
-
 struct ExtendedColor {
     TerminalColor color;
     std::size_t length;  // Of its codes, the 38 or 48 included.
@@ -96,6 +76,20 @@ std::optional<ExtendedColor> extendedColor(std::span<const std::int32_t> codes)
 
 }  // namespace
 
+// Codes follow each other without a pattern that a processor could foretell, so what they do is
+// looked up and not branched on. A bit that comes out as it went in, whatever it was, is kept.
+constexpr std::array<RenditionChange, 108> renditionChanges = [] {
+    std::array<RenditionChange, 108> table{};
+    for (std::size_t code = 0; code < table.size(); ++code) {
+        TerminalStyle zeros = TerminalStyle::fromBits(0);
+        TerminalStyle ones = TerminalStyle::fromBits(~std::uint64_t{0});
+        applyCode(static_cast<int>(code), zeros);
+        applyCode(static_cast<int>(code), ones);
+        table[code] = {ones.bits() & ~zeros.bits(), zeros.bits()};
+    }
+    return table;
+}();
+
 std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, RenditionEnd end,
                                   TerminalStyle& changedPen)
 {
@@ -105,10 +99,8 @@ std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, Rendition
     while (at < codes.size()) {
         const std::int32_t code = codes[at];
         if (code != 38 && code != 48) {
-            if (static_cast<std::size_t>(code) < changes.size()) {
-                const BitChange change = changes[static_cast<std::size_t>(code)];
-                pen = TerminalStyle::fromBits((pen.bits() & change.kept) | change.set);
-            }
+            if (static_cast<std::size_t>(code) < renditionChanges.size())
+                pen = renditionChanges[static_cast<std::size_t>(code)].applied(pen);
             ++at;
             continue;
         }

@@ -148,27 +148,8 @@ void TerminalEmulator::consumeByte(std::uint8_t byte)
     utf8Decoder_.push(byte, [this](char32_t character) { step(character); });
 }
 
-const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, const std::uint8_t* end)
-{
-    while (at < end) {
-        const std::uint8_t byte = *at;
-        if (isPrintableAscii(byte)) {
-            at = consumePrintable(at, end);
-        } else if (byte == escape) {
-            at = consumeEscape(at + 1, end);
-            if (parserState_ != ParserState::ground)
-                return at;
-        } else if (byte < firstNonAscii) {
-            control(byte);
-            ++at;
-        } else {
-            return consumeDecoded(at, end);
-        }
-    }
-    return at;
-}
-
-const std::uint8_t* TerminalEmulator::consumeEscape(const std::uint8_t* at, const std::uint8_t* end)
+inline const std::uint8_t* TerminalEmulator::consumeEscape(const std::uint8_t* at,
+                                                           const std::uint8_t* end)
 {
     if (at == end || *at >= firstNonAscii) {
         parserState_ = ParserState::escape;
@@ -191,8 +172,8 @@ const std::uint8_t* TerminalEmulator::consumeEscape(const std::uint8_t* at, cons
     return consumeControlSequence(at, end);
 }
 
-const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
-                                                       const std::uint8_t* end)
+inline const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
+                                                              const std::uint8_t* end)
 {
     const std::uint8_t* rest = at;
     if (end - at >= 8 && !printsSpecial()) {
@@ -207,6 +188,26 @@ const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
     const std::uint8_t* const runEnd = endOfPrintableAscii(rest, end);
     print(std::span(at, runEnd));
     return runEnd;
+}
+
+const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, const std::uint8_t* end)
+{
+    while (at < end) {
+        const std::uint8_t byte = *at;
+        if (isPrintableAscii(byte)) {
+            at = consumePrintable(at, end);
+        } else if (byte == escape) {
+            at = consumeEscape(at + 1, end);
+            if (parserState_ != ParserState::ground)
+                return at;
+        } else if (byte < firstNonAscii) {
+            control(byte);
+            ++at;
+        } else {
+            return consumeDecoded(at, end);
+        }
+    }
+    return at;
 }
 
 const std::uint8_t* TerminalEmulator::consumeDecoded(const std::uint8_t* at,

@@ -1,4 +1,4 @@
-// What each control sequence does, by its final byte.
+// What each control sequence but the graphic rendition does, by its final byte.
 
 #include "terminal/TerminalEmulator.h"
 
@@ -7,13 +7,8 @@
 
 namespace tavrel {
 
-void TerminalEmulator::dispatch(char32_t final)
+void TerminalEmulator::dispatchOther(char32_t final)
 {
-    // Half of what coloured output holds, so it does not wait for the jump below.
-    if (final == 'm') {
-        screen_.pen = csiParams_.rendition();
-        return;
-    }
     const int first = csiParams_.first();
     const int n = std::max(first, 1);
     const auto [x, y] = screen_.cursor();
