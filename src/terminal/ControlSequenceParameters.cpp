@@ -25,13 +25,6 @@ std::int32_t ControlSequenceParameters::second() const
     return count_ > 1 ? list_[1] : 0;
 }
 
-TerminalStyle ControlSequenceParameters::rendition() const
-{
-    TerminalStyle pen = overflow_ ? overflow_->pen : pen_;
-    applyGraphicRendition({list_.data(), count_}, RenditionEnd::isThere, pen);
-    return pen;
-}
-
 std::vector<std::int32_t> ControlSequenceParameters::modes() const
 {
     if (!overflow_)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "terminal/GraphicRendition.h"
 #include "terminal/ModeList.h"
 #include "terminal/TerminalStyle.h"
 
@@ -33,10 +34,10 @@ public:
     bool isEmpty() const { return isEmpty_; }
     /// Reads up to the first byte that belongs to no parameter, or to the end; gives its place.
     const std::uint8_t* read(const std::uint8_t* at, const std::uint8_t* end);
-    /// Reads what is by far the most there is: one or two whole parameters of digits with the final
-    /// byte behind them, all within the eight bytes at `at`. Gives the number of bytes before the
-    /// final one; or nothing, and then none is read.
-    std::optional<std::size_t> readWhole(const std::uint8_t* at);
+    /// Reads what is by far the most there is: a few parameters of at most seven digits with their
+    /// final byte, where each begins eight bytes or more before `end`. Gives the place of the final
+    /// byte; or null, and then the sequence has to begin anew.
+    const std::uint8_t* readWhole(const std::uint8_t* at, const std::uint8_t* end);
     /// Ends the last parameter. The questions below are for after that.
     void finish() { endParameter(); }
 
@@ -115,36 +116,36 @@ inline const std::uint8_t* ControlSequenceParameters::read(const std::uint8_t* a
     return at;
 }
 
-inline std::optional<std::size_t> ControlSequenceParameters::readWhole(const std::uint8_t* at)
+inline const std::uint8_t* ControlSequenceParameters::readWhole(const std::uint8_t* at,
+                                                                const std::uint8_t* end)
 {
     if constexpr (std::endian::native != std::endian::little)
-        return std::nullopt;
-    constexpr std::uint64_t ones = 0x0101010101010101;
-    constexpr std::uint64_t lows = ones * 0x7F;
-    std::uint64_t word;
-    std::memcpy(&word, at, sizeof word);
-    // Digits become their values, and all else is larger: where numbers end cannot be foretold, so
-    // their ends are worked out from the bits that tell, and nothing branches on them.
-    word ^= ones * '0';
-    const std::uint64_t others = (((word & lows) + ones * (0x80 - 10)) | word) & ~lows;
-    if (others == 0) [[unlikely]]
-        return std::nullopt;
-    const int first = std::countr_zero(others) & ~7;
-    list_[0] = numberOf(word, first);
-    count_ = 1;
-    int final = first;
-    if ((word >> first & 0xFF) == (';' ^ '0')) {
+        return nullptr;
+    while (end - at >= 8 && count_ + 2 < keptCount) {
+        // Digits become their values, and all else is larger: where numbers end cannot be foretold,
+        // so their ends are worked out from the bits that tell, and nothing branches on them.
+        constexpr std::uint64_t ones = 0x0101010101010101;
+        constexpr std::uint64_t lows = ones * 0x7F;
+        std::uint64_t word;
+        std::memcpy(&word, at, sizeof word);
+        word ^= ones * '0';
+        const std::uint64_t others = (((word & lows) + ones * (0x80 - 10)) | word) & ~lows;
+        if (others == 0) [[unlikely]]
+            return nullptr;
+        int last = std::countr_zero(others) & ~7;
+        list_[count_++] = numberOf(word, last);
         const std::uint64_t behindFirst = others & (others - 1);
-        if (behindFirst == 0)
-            return std::nullopt;
-        final = std::countr_zero(behindFirst) & ~7;
-        list_[1] = numberOf(word >> (first + 8), final - first - 8);
-        count_ = 2;
+        if ((word >> last & 0xFF) == (';' ^ '0') && behindFirst != 0) {
+            const int begin = last + 8;
+            last = std::countr_zero(behindFirst) & ~7;
+            list_[count_++] = numberOf(word >> begin, last - begin);
+        }
+        at += last / 8;
+        if (*at != ';')
+            return *at >= '@' && *at < 0x80 ? at : nullptr;
+        ++at;
     }
-    const std::uint64_t finalByte = (word >> final & 0xFF) ^ '0';
-    if (finalByte < '@' || finalByte >= 0x80)
-        return std::nullopt;
-    return static_cast<std::size_t>(final / 8);
+    return nullptr;
 }
 
 inline std::int32_t ControlSequenceParameters::numberOf(std::uint64_t digits, int bits)
@@ -157,6 +158,16 @@ inline std::int32_t ControlSequenceParameters::numberOf(std::uint64_t digits, in
     return static_cast<std::int32_t>(((digits & evenPairs) * 0x000F424000000064 +
                                       ((digits >> 16) & evenPairs) * 0x0000271000000001) >>
                                      32);
+}
+
+inline TerminalStyle ControlSequenceParameters::rendition() const
+{
+    const auto code = static_cast<std::size_t>(list_[0]);
+    if (count_ == 1 && code < renditionChanges.size() && !overflow_)
+        return renditionChanges[code].applied(pen_);
+    TerminalStyle pen = overflow_ ? overflow_->pen : pen_;
+    applyGraphicRendition({list_.data(), count_}, RenditionEnd::isThere, pen);
+    return pen;
 }
 
 inline void ControlSequenceParameters::endParameter()

@@ -58,26 +58,6 @@ constexpr void applyCode(int code, TerminalStyle& pen)
     }
 }
 
-// The bits of a pen that a code leaves, and those that it sets.
-struct BitChange {
-    std::uint64_t kept;
-    std::uint64_t set;
-};
-
-// Codes follow each other without a pattern that a processor could foretell, so what they do is
-// looked up and not branched on. A bit that comes out as it went in, whatever it was, is kept.
-constexpr auto changes = [] {
-    std::array<BitChange, 108> table{};
-    for (std::size_t code = 0; code < table.size(); ++code) {
-        TerminalStyle zeros = TerminalStyle::fromBits(0);
-        TerminalStyle ones = TerminalStyle::fromBits(~std::uint64_t{0});
-        applyCode(static_cast<int>(code), zeros);
-        applyCode(static_cast<int>(code), ones);
-        table[code] = {ones.bits() & ~zeros.bits(), zeros.bits()};
-    }
-    return table;
-}();
-
 struct ExtendedColor {
     TerminalColor color;
     std::size_t length;  // Of its codes, the 38 or 48 included.
@@ -96,23 +76,36 @@ std::optional<ExtendedColor> extendedColor(std::span<const std::int32_t> codes)
 
 }  // namespace
 
+// Codes follow each other without a pattern that a processor could foretell, so what they do is
+// looked up and not branched on. A bit that comes out as it went in, whatever it was, is kept.
+constexpr std::array<RenditionChange, 108> renditionChanges = [] {
+    std::array<RenditionChange, 108> table{};
+    for (std::size_t code = 0; code < table.size(); ++code) {
+        TerminalStyle zeros = TerminalStyle::fromBits(0);
+        TerminalStyle ones = TerminalStyle::fromBits(~std::uint64_t{0});
+        applyCode(static_cast<int>(code), zeros);
+        applyCode(static_cast<int>(code), ones);
+        table[code] = {ones.bits() & ~zeros.bits(), zeros.bits()};
+    }
+    return table;
+}();
+
 std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, RenditionEnd end,
-                                  TerminalStyle& pen)
+                                  TerminalStyle& changedPen)
 {
+    TerminalStyle pen = changedPen;
     constexpr std::size_t longestColor = 5;
     std::size_t at = 0;
     while (at < codes.size()) {
         const std::int32_t code = codes[at];
         if (code != 38 && code != 48) {
-            if (static_cast<std::size_t>(code) < changes.size()) {
-                const BitChange change = changes[static_cast<std::size_t>(code)];
-                pen = TerminalStyle::fromBits((pen.bits() & change.kept) | change.set);
-            }
+            if (static_cast<std::size_t>(code) < renditionChanges.size())
+                pen = renditionChanges[static_cast<std::size_t>(code)].applied(pen);
             ++at;
             continue;
         }
         if (end == RenditionEnd::isOpen && codes.size() - at < longestColor)
-            return at;
+            break;
         const auto extended = extendedColor(codes.subspan(at));
         if (extended && code == 38)
             pen.setForeground(extended->color);
@@ -120,6 +113,7 @@ std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, Rendition
             pen.setBackground(extended->color);
         at += extended ? extended->length : 1;
     }
+    changedPen = pen;
     return at;
 }
 

@@ -2,11 +2,26 @@
 
 #include "terminal/TerminalStyle.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
 
 namespace tavrel {
+
+/// What one code does to a pen: the bits of the pen that it leaves, and those that it sets.
+struct RenditionChange {
+    std::uint64_t kept;
+    std::uint64_t set;
+
+    TerminalStyle applied(TerminalStyle pen) const
+    {
+        return TerminalStyle::fromBits((pen.bits() & kept) | set);
+    }
+};
+
+/// By code. What lies behind the last one does nothing, and so do 38 and 48 by themselves.
+extern const std::array<RenditionChange, 108> renditionChanges;
 
 /// Whether codes are all there are, or others follow.
 enum class RenditionEnd { isThere, isOpen };

@@ -148,6 +148,48 @@ void TerminalEmulator::consumeByte(std::uint8_t byte)
     utf8Decoder_.push(byte, [this](char32_t character) { step(character); });
 }
 
+inline const std::uint8_t* TerminalEmulator::consumeEscape(const std::uint8_t* at,
+                                                           const std::uint8_t* end)
+{
+    if (at == end || *at >= firstNonAscii) {
+        parserState_ = ParserState::escape;
+        return at;
+    }
+    if (*at != '[') {
+        stepEscape(*at++);
+        if (parserState_ == ParserState::escapeIntermediate && at < end && *at < firstNonAscii)
+            stepEscapeIntermediate(*at++);
+        return at;
+    }
+    ++at;
+    beginControlSequence();
+    if (const std::uint8_t* const final = csiParams_.readWhole(at, end)) {
+        parserState_ = ParserState::ground;
+        dispatch(*final);
+        return final + 1;
+    }
+    beginControlSequence();
+    return consumeControlSequence(at, end);
+}
+
+inline const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
+                                                              const std::uint8_t* end)
+{
+    const std::uint8_t* rest = at;
+    if (end - at >= 8 && !printsSpecial()) {
+        const Block block = blockAt(at);
+        const int count = printableCount(block);
+        if (count < 8) {
+            screen_.printShort(block, count);
+            return at + count;
+        }
+        rest += 8;
+    }
+    const std::uint8_t* const runEnd = endOfPrintableAscii(rest, end);
+    print(std::span(at, runEnd));
+    return runEnd;
+}
+
 const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, const std::uint8_t* end)
 {
     while (at < end) {
@@ -155,22 +197,7 @@ const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, cons
         if (isPrintableAscii(byte)) {
             at = consumePrintable(at, end);
         } else if (byte == escape) {
-            if (end - at < 2 || at[1] != '[') {
-                parserState_ = ParserState::escape;
-                return at + 1;
-            }
-            beginControlSequence();
-            at += 2;
-            if (end - at >= 8) {
-                if (const auto length = csiParams_.readWhole(at)) {
-                    parserState_ = ParserState::ground;
-                    dispatch(at[*length]);
-                    at += *length + 1;
-                    continue;
-                }
-            }
-            beginControlSequence();
-            at = consumeControlSequence(at, end);
+            at = consumeEscape(at + 1, end);
             if (parserState_ != ParserState::ground)
                 return at;
         } else if (byte < firstNonAscii) {
@@ -181,22 +208,6 @@ const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, cons
         }
     }
     return at;
-}
-
-const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
-                                                       const std::uint8_t* end)
-{
-    if (end - at >= 8 && !printsSpecial()) {
-        const Block block = blockAt(at);
-        const int count = printableCount(block);
-        if (count < 8) {
-            screen_.printShort(block, count);
-            return at + count;
-        }
-    }
-    const std::uint8_t* const runEnd = endOfPrintableAscii(at, end);
-    print(std::span(at, runEnd));
-    return runEnd;
 }
 
 const std::uint8_t* TerminalEmulator::consumeDecoded(const std::uint8_t* at,

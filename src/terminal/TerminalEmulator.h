@@ -131,7 +131,10 @@ public:
 private:
     const std::uint8_t* consume(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeGround(const std::uint8_t* at, const std::uint8_t* end);
-    const std::uint8_t* consumePrintable(const std::uint8_t* at, const std::uint8_t* end);
+    [[gnu::always_inline]] inline const std::uint8_t* consumeEscape(const std::uint8_t* at,
+                                                                    const std::uint8_t* end);
+    [[gnu::always_inline]] inline const std::uint8_t* consumePrintable(const std::uint8_t* at,
+                                                                       const std::uint8_t* end);
     const std::uint8_t* consumeDecoded(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeControlSequence(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeString(const std::uint8_t* at, const std::uint8_t* end);
@@ -149,7 +152,16 @@ private:
     void print(std::span<const char32_t> characters);
     bool printsSpecial() const;
 
-    void dispatch(char32_t final);
+    void dispatch(char32_t final)
+    {
+        // Half of what coloured output holds, so it does not wait for a jump that cannot be
+        // foretold.
+        if (final == 'm')
+            screen_.pen = csiParams_.rendition();
+        else
+            dispatchOther(final);
+    }
+    void dispatchOther(char32_t final);
     void setModes(bool value);
     void setPrivateMode(int mode, bool value);
     void switchScreen(bool enter, TerminalScreen::Clearing clearing,

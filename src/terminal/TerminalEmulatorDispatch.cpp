@@ -1,4 +1,4 @@
-// What each control sequence does, by its final byte.
+// What each control sequence but the graphic rendition does, by its final byte.
 
 #include "terminal/TerminalEmulator.h"
 
@@ -7,7 +7,7 @@
 
 namespace tavrel {
 
-void TerminalEmulator::dispatch(char32_t final)
+void TerminalEmulator::dispatchOther(char32_t final)
 {
     const int first = csiParams_.first();
     const int n = std::max(first, 1);

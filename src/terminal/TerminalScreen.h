@@ -68,14 +68,23 @@ public:
 
     // Printing. Every character takes one cell.
 
-    void print(std::span<const std::uint8_t> ascii) { printAcrossRows(ascii); }
-    void print(std::span<const char32_t> characters) { printAcrossRows(characters); }
+    template<class Character>
+    void print(std::span<const Character> characters)
+    {
+        // Most runs end before the last column.
+        const std::size_t room = static_cast<std::size_t>(columns_ - 1 - cursor_.x);
+        if (characters.size() > room || characters.size() < TerminalScreenRow::blockSize ||
+            pendingWrap_ || modes.insertMode)
+            return printAcrossRows(characters);
+        const int count = static_cast<int>(characters.size());
+        cursorRow().write(cursor_.x, characters.data(), count, pen, columns_);
+        cursor_.x += count;
+    }
 
     /// The first `count` of a block of characters, one at least.
     template<class Character>
     void printShort(const std::array<Character, 8>& characters, int count)
     {
-        // Most runs end before the last column.
         if (count >= columns_ - cursor_.x || pendingWrap_ || modes.insertMode)
             return printAcrossRows(
                 std::span<const Character>(characters.data(), static_cast<std::size_t>(count)));

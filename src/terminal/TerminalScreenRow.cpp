@@ -72,10 +72,8 @@ void TerminalScreenRow::setWidth(int columns, int newColumns)
         fill_ = TerminalStyle();
     }
     length_ = std::min(length_, newColumns);
-    if (!characters_.empty()) {
-        characters_.resize(roomFor(newColumns));
-        styles_.resize(roomFor(newColumns));
-    }
+    if (width_ > 0)
+        setRoom(newColumns);
 }
 
 void TerminalScreenRow::assign(int count, int columns)
@@ -99,14 +97,15 @@ void TerminalScreenRow::writeBlanks(int column, int count, TerminalStyle style, 
     }();
     prepare(column, count, columns);
     for (; count > blockSize; count -= blockSize, column += blockSize)
-        writeBlock(column, blanks.data(), style);
+        writeBlock<blockSize>(column, blanks.data(), style);
     writeShort(column, blanks, count, style, columns);
 }
 
-void TerminalScreenRow::grow(int columns)
+void TerminalScreenRow::setRoom(int columns)
 {
     characters_.resize(roomFor(columns));
     styles_.resize(roomFor(columns));
+    width_ = columns;
 }
 
 void TerminalScreenRow::fillGap(int end)

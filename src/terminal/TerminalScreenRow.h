@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <span>
 #include <vector>
 
@@ -40,24 +41,32 @@ public:
         prepare(column, count, columns);
         int at = 0;
         for (; at + blockSize <= count; at += blockSize)
-            writeBlock(column + at, characters + at, style);
+            writeBlock<blockSize>(column + at, characters + at, style);
         // The last block may write once more what the one before it has written.
-        writeBlock(column + count - blockSize, characters + count - blockSize, style);
+        writeBlock<blockSize>(column + count - blockSize, characters + count - blockSize, style);
     }
-    /// Writes the first `count` of a block of characters.
+    /// Writes the first `count` of a block of characters, one at least.
     template<class Character>
     void writeShort(int column, const std::array<Character, 8>& characters, int count,
                     TerminalStyle style, int columns)
     {
+        // Programs that paint write a few cells between sequences, and how many cannot be foretold:
+        // blocks of fixed sizes, which may overlap, need the fewest branches.
+        const bool isLast = column + count >= length_;
         prepare(column, count, columns);
-        // Programs that paint write a few cells between sequences. How many cannot be foretold, so
-        // a block is written, in which the cells behind the last one stay what they are.
-        char32_t* const to = characters_.data() + column;
-        TerminalStyle* const styles = styles_.data() + column;
-        for (int i = 0; i < blockSize; ++i)
-            to[i] = i < count ? char32_t{characters[static_cast<std::size_t>(i)]} : to[i];
-        for (int i = 0; i < blockSize; ++i)
-            styles[i] = i < count ? style : styles[i];
+        const Character* const from = characters.data();
+        if (isLast) {
+            writeBlock<blockSize>(column, from, style);
+        } else if (count >= 4) {
+            writeBlock<4>(column, from, style);
+            writeBlock<4>(column + count - 4, from + count - 4, style);
+        } else {
+            writeBlock<1>(column, from, style);
+            if (count > 1) {
+                writeBlock<1>(column + 1, from + 1, style);
+                writeBlock<1>(column + count - 1, from + count - 1, style);
+            }
+        }
     }
     static constexpr int blockSize = 8;
 
@@ -95,22 +104,27 @@ private:
     // be written.
     void prepare(int column, int count, int columns)
     {
-        if (characters_.size() < roomFor(columns))
-            grow(columns);
+        if (width_ < columns)
+            setRoom(columns);
         if (column > length_)
             fillGap(column);
         length_ = std::max(length_, column + count);
     }
-    template<class Character>
+    template<int size, class Character>
     void writeBlock(int column, const Character* characters, TerminalStyle style)
     {
-        for (int i = 0; i < blockSize; ++i)
-            characters_[static_cast<std::size_t>(column + i)] = characters[i];
-        for (int i = 0; i < blockSize; ++i)
-            styles_[static_cast<std::size_t>(column + i)] = style;
+        // A copy that nothing else can point to, so that the stores need not wait for each other.
+        std::array<Character, size> block;
+        std::memcpy(block.data(), characters, sizeof block);
+        char32_t* const to = characters_.data() + column;
+        for (int i = 0; i < size; ++i)
+            to[i] = block[static_cast<std::size_t>(i)];
+        TerminalStyle* const styles = styles_.data() + column;
+        for (int i = 0; i < size; ++i)
+            styles[i] = style;
     }
     void writeBlanks(int column, int count, TerminalStyle style, int columns);
-    void grow(int columns);
+    void setRoom(int columns);
     void fillGap(int end);
 
     // The cells of a row, and those that a block may write behind its end.
@@ -119,9 +133,10 @@ private:
         return static_cast<std::size_t>(columns + 2 * blockSize);
     }
 
-    // Both are empty, or have room for a row; only the first `length_` cells count.
+    // Both have room for a row of `width_` cells; only the first `length_` count.
     std::vector<char32_t> characters_;
     std::vector<TerminalStyle> styles_;
+    int width_ = 0;
     int length_ = 0;
     TerminalStyle fill_;
 };

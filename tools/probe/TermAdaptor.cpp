@@ -164,6 +164,12 @@ const char* nameOf(TerminalEmulator::ParserState state)
 Json jsonFromSession(const Session& session, bool withCells)
 {
     const TerminalEmulator& emulator = session.emulator;
+    // A request of a few bytes may make rows without end, and each cell is a part of the answer.
+    constexpr std::size_t mostCells = 50'000'000;
+    const std::size_t rowCount =
+        emulator.scrollbackLength() + static_cast<std::size_t>(emulator.rows());
+    if (rowCount > mostCells / static_cast<std::size_t>(emulator.columns()))
+        throw RequestError("more than 50000000 cells");
     Json screen = Json::array();
     Json cells = Json::array();
     for (int y = 0; y < emulator.rows(); ++y) {
