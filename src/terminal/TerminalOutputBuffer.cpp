@@ -21,23 +21,22 @@ bool TerminalOutputBuffer::add(std::string_view bytes)
     return wasEmpty && !pieces_.empty();
 }
 
-std::string TerminalOutputBuffer::take(std::string spare)
+TerminalOutputBuffer::Piece TerminalOutputBuffer::take()
 {
-    spare.clear();
     const std::lock_guard lock(mutex_);
-    if (spare_.capacity() < spare.capacity())
-        spare_ = std::move(spare);
     if (pieces_.empty())
         return {};
-    std::string piece = std::move(pieces_.front());
+    Piece piece{std::move(pieces_.front())};
     pieces_.pop_front();
+    piece.hasMore = !pieces_.empty();
     return piece;
 }
 
-bool TerminalOutputBuffer::isEmpty() const
+void TerminalOutputBuffer::recycle(std::string bytes)
 {
+    bytes.clear();
     const std::lock_guard lock(mutex_);
-    return pieces_.empty();
+    spare_.swap(bytes);
 }
 
 }  // namespace tavrel

@@ -20,10 +20,14 @@ public:
     /// Answers whether nothing was there before, so that somebody has to be told.
     bool add(std::string_view bytes);
 
-    /// The oldest bytes, out of the buffer; empty when there are none. A string that was taken
-    /// before may be given back as `spare`, for its memory.
-    std::string take(std::string spare = {});
-    bool isEmpty() const;
+    struct Piece {
+        std::string bytes;
+        bool hasMore = false;  // There is another piece already.
+    };
+    /// The oldest bytes, out of the buffer; empty when there are none.
+    Piece take();
+    /// Gives a piece back for its memory.
+    void recycle(std::string bytes);
 
 private:
     mutable std::mutex mutex_;  // Guards what stands below.

@@ -5,6 +5,7 @@
 #include "terminal/TerminalOutputBuffer.h"
 
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -19,8 +20,9 @@ struct TerminalSession {
     std::unique_ptr<PTYProcess> process = std::make_unique<PTYProcess>();
     /// What `process` has said and `emulator` has not heard. Replaced with `process`.
     std::shared_ptr<TerminalOutputBuffer> output;
-    bool started = false;  // A shell was started and has not ended.
-    std::u16string name;   // The user's title; empty: the default one.
+    std::function<void()> postFeed;  // Has the main queue feed a piece of `output`.
+    bool started = false;            // A shell was started and has not ended.
+    std::u16string name;             // The user's title; empty: the default one.
     /// Where the shell is to start; empty: the home folder.
     std::filesystem::path preferredWorkingDirectory;
 };

@@ -100,22 +100,31 @@ private:
     void connect(const SessionPointer& session);
     void start(const SessionPointer& session);
     void startIfInWindow(const SessionPointer& session);
-    void end(TerminalSession& session);
+    static void end(TerminalSession& session);
+    void applyHistoryLimit(TerminalSession& session) const;
+    bool isHomeFolder(const std::filesystem::path& directory) const;
 
     void emulatorDidUpdate(const TerminalSession& session);
     void feedOutput(const SessionPointer& session);
+    /// Feeds the oldest piece of output; answers whether another one is there already.
+    static bool feedPiece(TerminalSession& session);
     void processDidTerminate(const SessionPointer& session);
-    void showMessage(TerminalSession& session, std::u16string_view text);
+    /// Shows a message of the panel itself, whole, whatever the shell has left behind.
+    static void showMessage(TerminalSession& session, std::u16string_view text);
+    void type(TerminalSession& session, std::string_view bytes);
 
     void scheduleDisplay();
     void activate(Focus focus);
     void tabsDidChange();
+    /// False for a command that means nothing in a terminal.
+    bool runCommand(const EditorCommand& command);
     void runShellLineCommand(const EditorCommand& command);
 
     void restoreNames(const std::vector<std::u16string>& names);
     void restoreDirectory(std::size_t index, const std::filesystem::path& directory);
 
     TerminalServices services_;
+    std::filesystem::path resolvedHomeFolder_;  // Without symbolic links.
     TerminalPanelView* view_ = nullptr;
     TerminalDelegate* delegate_ = nullptr;
     TerminalKeyMap keyMap_;
