@@ -97,7 +97,7 @@ TEST_F(TerminalPanelTest, AProgramThatNeverReadsItsRepliesGetsNoMoreOfThem)
     for (std::size_t question = 0; question < questions; ++question)
         emulator().feed("\x1B[6n");
     home.home.write("go", "");
-    ASSERT_TRUE(waitForFile("keys", "\x1B[2;1R"));
+    ASSERT_TRUE(waitForFile("keys", "\x1B[2;6R"));
     panel().sendInput("end");
     ASSERT_TRUE(waitForFile("keys", "end"));
     EXPECT_LT(fileText("keys").size(), 200'000U);
