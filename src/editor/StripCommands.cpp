@@ -64,16 +64,20 @@ private:
 
 }  // namespace
 
+MultiCursorEdit stripEdit(const TextSnapshot& text, std::size_t cursor, std::size_t lineStart)
+{
+    SpaceFinder finder(text);
+    const std::size_t textStart = finder.behindLeadingSpaces(lineStart, cursor);
+    if (const auto edit = finder.edit(cursor, textStart))
+        return *edit;
+    return finder.edit(cursor, lineStart).value_or(MultiCursorEdit{{cursor, 0}, {}, cursor});
+}
+
 void strip(EditorPane& pane, const EditorCommand&)
 {
     const TextSnapshot text = pane.text();
-    SpaceFinder finder(text);
     editAtEveryCursor(pane, [&](std::size_t cursor) {
-        const std::size_t lineStart = text.lineRange({cursor, 0}).location;
-        const std::size_t textStart = finder.behindLeadingSpaces(lineStart, cursor);
-        if (const auto edit = finder.edit(cursor, textStart))
-            return *edit;
-        return finder.edit(cursor, lineStart).value_or(MultiCursorEdit{{cursor, 0}, {}, cursor});
+        return stripEdit(text, cursor, text.lineRange({cursor, 0}).location);
     });
 }
 

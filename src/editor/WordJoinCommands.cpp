@@ -7,17 +7,9 @@
 #include <algorithm>
 #include <cstdint>
 #include <limits>
-#include <string>
-#include <string_view>
 
 namespace tavrel {
 
-namespace {
-
-enum class FirstWord { lower, capitalised };
-
-/// The pieces of `text` between white space, in small letters, each but perhaps the first one
-/// capitalised, with nothing between them.
 std::u16string joinedWords(std::u16string_view text, FirstWord first)
 {
     std::u16string joined;
@@ -35,6 +27,8 @@ std::u16string joinedWords(std::u16string_view text, FirstWord first)
     }
     return joined;
 }
+
+namespace {
 
 void joinWords(EditorPane& pane, const EditorCommand& command, FirstWord first)
 {

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace tavrel {
+
+/// Owns an open descriptor, which its destructor closes. A negative number is none.
+class FileDescriptor {
+public:
+    FileDescriptor() = default;
+    explicit FileDescriptor(int number) : number_(number) {}
+    FileDescriptor(FileDescriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+    FileDescriptor& operator=(FileDescriptor&& other) noexcept
+    {
+        if (this != &other) {
+            reset();
+            number_ = std::exchange(other.number_, -1);
+        }
+        return *this;
+    }
+    ~FileDescriptor() { reset(); }
+
+    int number() const { return number_; }
+    bool isOpen() const { return number_ >= 0; }
+    void reset()
+    {
+        if (number_ >= 0)
+            ::close(std::exchange(number_, -1));
+    }
+
+private:
+    int number_ = -1;
+};
+
+}  // namespace tavrel
