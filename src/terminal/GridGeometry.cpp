@@ -20,7 +20,7 @@ int fitting(double length, double cell)
 
 }  // namespace
 
-GridSize GridGeometry::gridSize(double width, double height) const
+TerminalSize GridGeometry::gridSize(double width, double height) const
 {
     return {fitting(width - 2 * leftInset, cellWidth), fitting(height - 2 * topInset, cellHeight)};
 }

@@ -1,13 +1,8 @@
 #pragma once
 
+#include "terminal/TerminalSize.h"
+
 namespace tavrel {
-
-struct GridSize {
-    int columns = 2;
-    int rows = 2;
-
-    bool operator==(const GridSize&) const = default;
-};
 
 /// Where the cells of a terminal stand. Lengths are logical pixels; rows count from the first one
 /// shown, columns from the left, both from 0.
@@ -19,7 +14,7 @@ struct GridGeometry {
     double cellHeight = 15;  // At least 1.
 
     /// The cells that fit, at least 2 by 2. Sizes that are no number count as 0.
-    GridSize gridSize(double width, double height) const;
+    TerminalSize gridSize(double width, double height) const;
 
     /// The row of `y` and the column of `x`, as integer parts, so that the inset counts as the
     /// first row and column. What lies outside gives numbers outside the grid.

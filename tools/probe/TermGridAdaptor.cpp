@@ -61,7 +61,7 @@ Json gridSizeAnswer(ProbeRequest& request)
                                 numberMember(body, "cellHeight", 15)};
     const double width = numberMember(body, "width", 0);
     const double height = numberMember(body, "height", 0);
-    const GridSize size =
+    const TerminalSize size =
         request.measured([&] { return geometry; },
                          [&](const GridGeometry& cells) { return cells.gridSize(width, height); });
     return {{"columns", size.columns}, {"rows", size.rows}};
