@@ -13,12 +13,15 @@
 #include "editor/views/ViewTheme.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
+#include "platform/Environment.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/PrivateFolder.h"
 #include "platform/Utf8.h"
 #include "platform/qt/QtFolderWatch.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
+#include "terminal/ShellLaunch.h"
+#include "terminal/TerminalViewController.h"
 
 #include <QApplication>
 #include <QDir>
@@ -85,6 +88,7 @@ public:
     {
         QApplication::setPalette(paletteOf(viewTheme(store_.values().theme)));
         window_.wantsSettings = [this] { openSettings(store_, *this); };
+        window_.makeTerminal = [this] { return makeTerminal(); };
         window_.wantsMode = [this](std::string_view id) { openMode(store_, id, *this); };
         window_.didPaintFirst = [this] {
             hasPainted_ = true;
@@ -120,6 +124,16 @@ private:
     }
     void settingsOpenerDidReport(std::string_view status) override { report(status); }
     void report(std::string_view status) { window_.statusLine().setText(utf16FromUtf8(status)); }
+
+    std::unique_ptr<TerminalViewController> makeTerminal()
+    {
+        return std::make_unique<TerminalViewController>(
+            TerminalServices{.mainQueue = mainQueue_,
+                             .preferences = store_,
+                             .environment = Environment::ofThisProcess(),
+                             .homeFolder = QFile::encodeName(QDir::homePath()).toStdString(),
+                             .loginShell = systemLoginShell()});
+    }
 
     void showLoaded()
     {
