@@ -118,6 +118,13 @@ std::vector<TerminalFont::Piece> TerminalFont::layOut(const Face& face, char32_t
         const QRawFont* keptFont = kept(font);
         const QList<quint32> indexes = run.glyphIndexes();
         const QList<QPointF> positions = run.positions();
+        // Where no font has the character the toolkit has a sign of its own, which keeps its size.
+        const QList<QPointF> advances = keptFont->advancesForGlyphIndexes(indexes);
+        const bool isTooWide = std::ranges::any_of(advances, [&](const QPointF& advance) {
+            return advance.x() > cellWidth_ + widthSlack;
+        });
+        if (isTooWide || indexes.contains(0))
+            return {{&face.font, 0, QPointF()}};
         for (qsizetype i = 0; i < indexes.size() && i < positions.size(); ++i) {
             const QPointF fromBaseline(positions[i].x() * shrink + shift,
                                        (positions[i].y() - line.ascent()) * shrink);
