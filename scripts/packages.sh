@@ -11,9 +11,12 @@ build_packages=(
     cmake g++ ninja-build
     qt6-base-dev qt6-svg-dev libicu-dev nlohmann-json3-dev libexpected-dev
     libgtest-dev libgmock-dev libbenchmark-dev
-    fonts-dejavu-core git
+    fonts-dejavu-core git ncurses-bin
 )
-test_packages=(xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick dbus-daemon)
+test_packages=(
+    xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick dbus-daemon
+    bash less procps tmux vim
+)
 ci_packages=(clang-14 clang-format-14 libclang-rt-14-dev)
 
 # The same for other systems: "<what>: <command>" or "<what>: <header>".
@@ -21,10 +24,12 @@ build_needs=(
     "CMake 3.25: cmake" "Ninja: ninja" "a C++20 compiler: c++" "Git: git"
     "Qt 6.4 for developers: qmake6" "ICU: unicode/uregex.h" "nlohmann-json 3.11: nlohmann/json.hpp"
     "tl-expected: tl/expected.hpp" "GoogleTest: gmock/gmock.h" "Google Benchmark: benchmark/benchmark.h"
+    "ncurses: tic"
 )
 test_needs=(
     "Xvfb: Xvfb" "Openbox: openbox" "xdotool: xdotool" "xprop: xprop" "setxkbmap: setxkbmap"
     "ImageMagick: import" "D-Bus: dbus-daemon"
+    "Bash: bash" "less: less" "procps: top" "tmux: tmux" "Vim: vim" "ncurses: infocmp"
 )
 ci_needs=("clang 14: clang++-14" "clang-format 14: clang-format-14")
 

@@ -1,64 +1,82 @@
 #include "terminal/GraphicRendition.h"
 
+#include <array>
 #include <optional>
 
 namespace tavrel {
 namespace {
 
-// A flag that a code adds or removes, or both colours' default.
-bool applyFlags(std::int32_t code, TerminalStyle& pen)
+// What a code by itself does; 38 and 48 are not among them.
+constexpr void applyCode(int code, TerminalStyle& pen)
 {
     switch (code) {
     case 0:
         pen = TerminalStyle();
-        return true;
+        break;
     case 1:
         pen.add(TerminalCellFlags::bold);
-        return true;
+        break;
     case 2:
         pen.add(TerminalCellFlags::dim);
-        return true;
+        break;
     case 3:
         pen.add(TerminalCellFlags::italic);
-        return true;
+        break;
     case 4:
         pen.add(TerminalCellFlags::underline);
-        return true;
+        break;
     case 7:
         pen.add(TerminalCellFlags::inverse);
-        return true;
+        break;
     case 22:
         pen.remove(TerminalCellFlags::bold | TerminalCellFlags::dim);
-        return true;
+        break;
     case 23:
         pen.remove(TerminalCellFlags::italic);
-        return true;
+        break;
     case 24:
         pen.remove(TerminalCellFlags::underline);
-        return true;
+        break;
     case 27:
         pen.remove(TerminalCellFlags::inverse);
-        return true;
+        break;
+    case 39:
+        pen.setForeground(TerminalColor::defaultForeground());
+        break;
+    case 49:
+        pen.setBackground(TerminalColor::defaultBackground());
+        break;
     default:
-        return false;
+        if (code >= 30 && code <= 37)
+            pen.setForeground(TerminalColor::palette(code - 30));
+        else if (code >= 40 && code <= 47)
+            pen.setBackground(TerminalColor::palette(code - 40));
+        else if (code >= 90 && code <= 97)
+            pen.setForeground(TerminalColor::palette(code - 82));
+        else if (code >= 100 && code <= 107)
+            pen.setBackground(TerminalColor::palette(code - 92));
     }
 }
 
-void applySimpleColor(std::int32_t code, TerminalStyle& pen)
-{
-    if (code >= 30 && code <= 37)
-        pen.setForeground(TerminalColor::palette(code - 30));
-    else if (code == 39)
-        pen.setForeground(TerminalColor::defaultForeground());
-    else if (code >= 40 && code <= 47)
-        pen.setBackground(TerminalColor::palette(code - 40));
-    else if (code == 49)
-        pen.setBackground(TerminalColor::defaultBackground());
-    else if (code >= 90 && code <= 97)
-        pen.setForeground(TerminalColor::palette(code - 82));
-    else if (code >= 100 && code <= 107)
-        pen.setBackground(TerminalColor::palette(code - 92));
-}
+// The bits of a pen that a code leaves, and those that it sets.
+struct BitChange {
+    std::uint64_t kept;
+    std::uint64_t set;
+};
+
+// Codes follow each other without a pattern that a processor could foretell, so what they do is
+// looked up and not branched on. A bit that comes out as it went in, whatever it was, is kept.
+constexpr auto changes = [] {
+    std::array<BitChange, 108> table{};
+    for (std::size_t code = 0; code < table.size(); ++code) {
+        TerminalStyle zeros = TerminalStyle::fromBits(0);
+        TerminalStyle ones = TerminalStyle::fromBits(~std::uint64_t{0});
+        applyCode(static_cast<int>(code), zeros);
+        applyCode(static_cast<int>(code), ones);
+        table[code] = {ones.bits() & ~zeros.bits(), zeros.bits()};
+    }
+    return table;
+}();
 
 struct ExtendedColor {
     TerminalColor color;
@@ -86,8 +104,10 @@ std::size_t applyGraphicRendition(std::span<const std::int32_t> codes, Rendition
     while (at < codes.size()) {
         const std::int32_t code = codes[at];
         if (code != 38 && code != 48) {
-            if (!applyFlags(code, pen))
-                applySimpleColor(code, pen);
+            if (static_cast<std::size_t>(code) < changes.size()) {
+                const BitChange change = changes[static_cast<std::size_t>(code)];
+                pen = TerminalStyle::fromBits((pen.bits() & change.kept) | change.set);
+            }
             ++at;
             continue;
         }

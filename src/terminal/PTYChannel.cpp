@@ -20,14 +20,28 @@ void PTYChannel::setOnOutput(PTYProcess::OutputCallback callback)
     std::shared_ptr<const PTYProcess::OutputCallback> shared;
     if (callback)
         shared = std::make_shared<const PTYProcess::OutputCallback>(std::move(callback));
-    const std::lock_guard lock(mutex_);
-    onOutput_.swap(shared);
+    {
+        const std::lock_guard lock(mutex_);
+        onOutput_.swap(shared);
+    }
+    waitForCallback();
 }
 
 void PTYChannel::setOnTermination(PTYProcess::TerminationCallback callback)
 {
-    const std::lock_guard lock(mutex_);
-    onTermination_.swap(callback);
+    {
+        const std::lock_guard lock(mutex_);
+        onTermination_.swap(callback);
+    }
+    waitForCallback();
+}
+
+void PTYChannel::waitForCallback()
+{
+    std::unique_lock lock(mutex_);
+    didCallBack_.wait(lock, [this] {
+        return callingThread_ == std::thread::id() || callingThread_ == std::this_thread::get_id();
+    });
 }
 
 tl::expected<void, int> PTYChannel::start(const PTYCommand& command)
@@ -181,6 +195,8 @@ std::optional<PTYChannel::Farewell> PTYChannel::endRun(bool hangUp)
     childPID_ = -1;
     pendingInput_.clear();
     unwrittenBytes_ = 0;
+    if (!hangUp && onTermination_)
+        callingThread_ = std::this_thread::get_id();
     return Farewell{std::exchange(onTermination_, {}), std::exchange(onOutput_, {})};
 }
 
@@ -208,8 +224,10 @@ void PTYChannel::runQueue()
     }
     const auto farewell = endRun(false);
     closePTY();
-    if (farewell && farewell->onTermination)
+    if (farewell && farewell->onTermination) {
         farewell->onTermination();
+        didCallBack();
+    }
     collectChild();
 }
 
@@ -295,11 +313,22 @@ void PTYChannel::deliver(std::string_view bytes)
     {
         const std::lock_guard lock(mutex_);
         onOutput = onOutput_;
-        if (onOutput)
-            waitingBytes_ += bytes.size();
+        if (!onOutput)
+            return;
+        waitingBytes_ += bytes.size();
+        callingThread_ = std::this_thread::get_id();
     }
-    if (onOutput)
-        (*onOutput)(bytes);
+    (*onOutput)(bytes);
+    didCallBack();
+}
+
+void PTYChannel::didCallBack()
+{
+    {
+        const std::lock_guard lock(mutex_);
+        callingThread_ = {};
+    }
+    didCallBack_.notify_all();
 }
 
 void PTYChannel::writeInput()

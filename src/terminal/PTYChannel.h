@@ -2,8 +2,10 @@
 
 #include "terminal/PTYProcess.h"
 
+#include <condition_variable>
 #include <deque>
 #include <mutex>
+#include <thread>
 #include <vector>
 
 namespace tavrel {
@@ -20,6 +22,8 @@ public:
 
     void setOnOutput(PTYProcess::OutputCallback callback);
     void setOnTermination(PTYProcess::TerminationCallback callback);
+    /// Waits until the queue is inside no callback; returns at once on the queue itself.
+    void waitForCallback();
     /// The error is a value of <cerrno>.
     tl::expected<void, int> start(const PTYCommand& command);
     void write(std::string_view bytes);
@@ -49,6 +53,7 @@ private:
     void moveBytes(const ChildExitEvent& exitSource);
     ReadOutcome readOutput();
     void deliver(std::string_view bytes);
+    void didCallBack();
     void writeInput();
     void dropInput();
     void closePTY();
@@ -75,6 +80,8 @@ private:
     State state_ = State::notStarted;
     std::shared_ptr<const PTYProcess::OutputCallback> onOutput_;  // Null for none.
     PTYProcess::TerminationCallback onTermination_;
+    std::thread::id callingThread_;  // The queue's, while it is inside a callback.
+    std::condition_variable didCallBack_;
     PTYPair pty_;  // Only the queue moves it away, and reads its number without the mutex.
     pid_t childPID_ = -1;
     pid_t uncollectedPID_ = -1;  // The child, until it has been waited for.

@@ -14,6 +14,7 @@ PTYProcess::PTYProcess(ChildExitEvent::Means exitMeans)
 PTYProcess::~PTYProcess()
 {
     channel_->terminate();
+    channel_->waitForCallback();
 }
 
 void PTYProcess::setOnOutput(OutputCallback callback)

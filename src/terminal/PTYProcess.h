@@ -23,7 +23,7 @@ class PTYChannel;
 /// Not started, running, ended: there is no way back, a second run is a second object. Its input
 /// and output are the business of a thread of its own, "the queue" below, which moves both
 /// directions at once, so neither can hold up the other. All functions belong to the main thread;
-/// none of them blocks.
+/// none of them waits for the program.
 ///
 /// The queue outlives the object where it has to: it closes the terminal as soon as it is out of
 /// the call that it is in, and stays until the child has ended, so that no child remains a zombie.
@@ -41,13 +41,14 @@ public:
     static constexpr std::size_t maximumWaitingBytes = std::size_t{1} << 20;
 
     explicit PTYProcess(ChildExitEvent::Means exitMeans = ChildExitEvent::Means::processDescriptor);
-    /// Ends a running program as `terminate` does.
+    /// Ends a running program as `terminate` does. No callback is under way afterwards.
     ~PTYProcess();
     PTYProcess(const PTYProcess&) = delete;
     PTYProcess& operator=(const PTYProcess&) = delete;
 
-    /// Either may be empty, and be replaced at any time. A call that has begun on the queue goes on
-    /// with the old one.
+    /// Either may be empty, and be replaced at any time. Waits for a call that is under way, so
+    /// that afterwards nothing of the old one is in use; a callback must not wait for the main
+    /// thread.
     void setOnOutput(OutputCallback callback);
     void setOnTermination(TerminationCallback callback);
 

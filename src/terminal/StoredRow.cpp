@@ -53,19 +53,19 @@ void loadCharacters(const std::uint8_t* bytes, std::span<char32_t> characters)
 
 std::uint8_t* storeRuns(std::span<const TerminalStyle> styles, std::uint8_t* bytes)
 {
-    // The starts stand before the styles, whose place follows from the number of runs.
-    std::uint8_t* starts = bytes + countBytes;
-    std::uint16_t count = 0;
-    for (std::size_t i = 0; i < styles.size(); ++i) {
-        if (i == 0 || styles[i] != styles[i - 1]) {
-            starts = store(starts, static_cast<std::uint16_t>(i));
-            ++count;
-        }
+    // The starts stand before the styles, whose place follows from the number of runs. Where runs
+    // end cannot be foretold, so each column is written, and stays only where it is a start.
+    std::uint8_t* const starts = bytes + countBytes;
+    std::size_t count = 1;
+    store(starts, std::uint16_t{0});
+    for (std::size_t i = 1; i < styles.size(); ++i) {
+        store(starts + count * startBytes, static_cast<std::uint16_t>(i));
+        count += styles[i] != styles[i - 1] ? 1 : 0;
     }
-    store(bytes, count);
-    std::uint8_t* to = starts;
-    for (std::uint16_t run = 0; run < count; ++run)
-        to = store(to, styles[load<std::uint16_t>(bytes + countBytes + run * startBytes)]);
+    store(bytes, static_cast<std::uint16_t>(count));
+    std::uint8_t* to = starts + count * startBytes;
+    for (std::size_t run = 0; run < count; ++run)
+        to = store(to, styles[load<std::uint16_t>(starts + run * startBytes)]);
     return to;
 }
 

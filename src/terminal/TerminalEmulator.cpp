@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cstring>
 
 namespace tavrel {
@@ -18,20 +19,44 @@ bool isPrintableAscii(std::uint8_t byte)
     return byte >= 0x20 && byte < 0x7F;
 }
 
-const std::uint8_t* endOfPrintableAscii(const std::uint8_t* at, const std::uint8_t* end)
+// The place in memory of the first byte of a word from there that is not 0.
+int firstByteOf(std::uint64_t word)
 {
-    // Eight at a time: a byte is no printable one exactly where one of these sets its upper bit.
+    return (std::endian::native == std::endian::little ? std::countr_zero(word)
+                                                       : std::countl_zero(word)) /
+           8;
+}
+
+using Block = std::array<std::uint8_t, 8>;
+
+// How many printable characters of ASCII a block begins with.
+int printableCount(const Block& block)
+{
+    // A byte is no printable one exactly where one of these sets its upper bit.
     constexpr std::uint64_t ones = 0x0101010101010101;
     constexpr std::uint64_t uppers = ones * 0x80;
+    const auto word = std::bit_cast<std::uint64_t>(block);
+    const std::uint64_t low = word & ~uppers;
+    const std::uint64_t isControl = ~(low + ones * (0x80 - 0x20));
+    const std::uint64_t isDelete = low + ones;
+    const std::uint64_t others = (isControl | isDelete | word) & uppers;
+    return others == 0 ? static_cast<int>(block.size()) : firstByteOf(others);
+}
+
+Block blockAt(const std::uint8_t* at)
+{
+    Block block;
+    std::memcpy(block.data(), at, block.size());
+    return block;
+}
+
+const std::uint8_t* endOfPrintableAscii(const std::uint8_t* at, const std::uint8_t* end)
+{
     while (end - at >= 8) {
-        std::uint64_t word;
-        std::memcpy(&word, at, sizeof word);
-        const std::uint64_t low = word & ~uppers;
-        const std::uint64_t isControl = ~(low + ones * (0x80 - 0x20));
-        const std::uint64_t isDelete = low + ones;
-        if (((isControl | isDelete | word) & uppers) != 0)
-            break;
-        at += 8;
+        const int count = printableCount(blockAt(at));
+        at += count;
+        if (count < 8)
+            return at;
     }
     while (at < end && isPrintableAscii(*at))
         ++at;
@@ -128,16 +153,24 @@ const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, cons
     while (at < end) {
         const std::uint8_t byte = *at;
         if (isPrintableAscii(byte)) {
-            const std::uint8_t* const runEnd = endOfPrintableAscii(at + 1, end);
-            print(std::span(at, runEnd));
-            at = runEnd;
+            at = consumePrintable(at, end);
         } else if (byte == escape) {
             if (end - at < 2 || at[1] != '[') {
                 parserState_ = ParserState::escape;
                 return at + 1;
             }
             beginControlSequence();
-            at = consumeControlSequence(at + 2, end);
+            at += 2;
+            if (end - at >= 8) {
+                if (const auto length = csiParams_.readWhole(at)) {
+                    parserState_ = ParserState::ground;
+                    dispatch(at[*length]);
+                    at += *length + 1;
+                    continue;
+                }
+            }
+            beginControlSequence();
+            at = consumeControlSequence(at, end);
             if (parserState_ != ParserState::ground)
                 return at;
         } else if (byte < firstNonAscii) {
@@ -148,6 +181,22 @@ const std::uint8_t* TerminalEmulator::consumeGround(const std::uint8_t* at, cons
         }
     }
     return at;
+}
+
+const std::uint8_t* TerminalEmulator::consumePrintable(const std::uint8_t* at,
+                                                       const std::uint8_t* end)
+{
+    if (end - at >= 8 && !printsSpecial()) {
+        const Block block = blockAt(at);
+        const int count = printableCount(block);
+        if (count < 8) {
+            screen_.printShort(block, count);
+            return at + count;
+        }
+    }
+    const std::uint8_t* const runEnd = endOfPrintableAscii(at, end);
+    print(std::span(at, runEnd));
+    return runEnd;
 }
 
 const std::uint8_t* TerminalEmulator::consumeDecoded(const std::uint8_t* at,
@@ -194,6 +243,12 @@ const std::uint8_t* TerminalEmulator::consumeControlSequence(const std::uint8_t*
         at = csiParams_.read(at, end);
         if (at == end || *at >= firstNonAscii)
             return at;
+        if (*at > '?') {
+            parserState_ = ParserState::ground;
+            csiParams_.finish();
+            dispatch(*at);
+            return at + 1;
+        }
         stepControlSequence(*at++);
         if (parserState_ != ParserState::csi)
             return at;

@@ -131,6 +131,7 @@ public:
 private:
     const std::uint8_t* consume(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeGround(const std::uint8_t* at, const std::uint8_t* end);
+    const std::uint8_t* consumePrintable(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeDecoded(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeControlSequence(const std::uint8_t* at, const std::uint8_t* end);
     const std::uint8_t* consumeString(const std::uint8_t* at, const std::uint8_t* end);
@@ -149,8 +150,6 @@ private:
     bool printsSpecial() const;
 
     void dispatch(char32_t final);
-    bool dispatchMotion(char32_t final);
-    bool dispatchErasure(char32_t final);
     void setModes(bool value);
     void setPrivateMode(int mode, bool value);
     void switchScreen(bool enter, TerminalScreen::Clearing clearing,

@@ -9,9 +9,68 @@ namespace tavrel {
 
 void TerminalEmulator::dispatch(char32_t final)
 {
-    if (dispatchMotion(final) || dispatchErasure(final))
-        return;
+    const int first = csiParams_.first();
+    const int n = std::max(first, 1);
+    const auto [x, y] = screen_.cursor();
     switch (final) {
+    case 'A':
+        screen_.moveCursor(x, y - n);
+        break;
+    case 'B':
+    case 'e':
+        screen_.moveCursor(x, y + n);
+        break;
+    case 'C':
+    case 'a':
+        screen_.moveCursor(x + n, y);
+        break;
+    case 'D':
+        screen_.moveCursor(x - n, y);
+        break;
+    case 'E':
+        screen_.moveCursor(0, y + n);
+        break;
+    case 'F':
+        screen_.moveCursor(0, y - n);
+        break;
+    case 'G':
+    case '`':
+        screen_.moveCursor(n - 1, y);
+        break;
+    case 'H':
+    case 'f':
+        screen_.setCursorPosition(std::max(csiParams_.second(), 1) - 1, n - 1);
+        break;
+    case 'd':
+        screen_.setCursorPosition(x, n - 1);
+        break;
+    case 'J':
+        screen_.eraseInDisplay(first);
+        break;
+    case 'K':
+        screen_.eraseInLine(first);
+        break;
+    case 'L':
+        screen_.insertLines(n);
+        break;
+    case 'M':
+        screen_.deleteLines(n);
+        break;
+    case 'P':
+        screen_.deleteCharacters(n);
+        break;
+    case '@':
+        screen_.insertBlanks(n);
+        break;
+    case 'X':
+        screen_.eraseCharacters(n);
+        break;
+    case 'S':
+        screen_.scrollUp(n);
+        break;
+    case 'T':
+        screen_.scrollDown(n);
+        break;
     case 'm':
         screen_.pen = csiParams_.rendition();
         break;
@@ -31,7 +90,7 @@ void TerminalEmulator::dispatch(char32_t final)
         respond("\x1B[?6c");
         break;
     case 'g':
-        if (csiParams_.first() == 3)
+        if (first == 3)
             screen_.clearAllTabStops();
         else
             screen_.clearTabStop();
@@ -44,84 +103,6 @@ void TerminalEmulator::dispatch(char32_t final)
         break;
     default:
         break;
-    }
-}
-
-bool TerminalEmulator::dispatchMotion(char32_t final)
-{
-    const std::int64_t n = std::max(csiParams_.first(), 1);
-    const auto [x, y] = screen_.cursor();
-    switch (final) {
-    case 'A':
-        screen_.moveCursor(x, y - n);
-        return true;
-    case 'B':
-    case 'e':
-        screen_.moveCursor(x, y + n);
-        return true;
-    case 'C':
-    case 'a':
-        screen_.moveCursor(x + n, y);
-        return true;
-    case 'D':
-        screen_.moveCursor(x - n, y);
-        return true;
-    case 'E':
-        screen_.moveCursor(0, y + n);
-        return true;
-    case 'F':
-        screen_.moveCursor(0, y - n);
-        return true;
-    case 'G':
-    case '`':
-        screen_.moveCursor(n - 1, y);
-        return true;
-    case 'H':
-    case 'f':
-        screen_.setCursorPosition(std::max(csiParams_.second(), 1) - 1, n - 1);
-        return true;
-    case 'd':
-        screen_.setCursorPosition(x, n - 1);
-        return true;
-    default:
-        return false;
-    }
-}
-
-bool TerminalEmulator::dispatchErasure(char32_t final)
-{
-    const int mode = csiParams_.first();
-    const int count = std::max(mode, 1);
-    switch (final) {
-    case 'J':
-        screen_.eraseInDisplay(mode);
-        return true;
-    case 'K':
-        screen_.eraseInLine(mode);
-        return true;
-    case 'L':
-        screen_.insertLines(count);
-        return true;
-    case 'M':
-        screen_.deleteLines(count);
-        return true;
-    case 'P':
-        screen_.deleteCharacters(count);
-        return true;
-    case '@':
-        screen_.insertBlanks(count);
-        return true;
-    case 'X':
-        screen_.eraseCharacters(count);
-        return true;
-    case 'S':
-        screen_.scrollUp(count);
-        return true;
-    case 'T':
-        screen_.scrollDown(count);
-        return true;
-    default:
-        return false;
     }
 }
 

@@ -12,7 +12,7 @@ int screenRunEnd(const TerminalScreenRow& row, int column, int columns)
         column < row.length() ? styles[static_cast<std::size_t>(column)] : row.fill();
     while (column < row.length() && styles[static_cast<std::size_t>(column)] == style)
         ++column;
-    return column == row.length() && row.fill() == style ? columns : column;
+    return column >= row.length() && row.fill() == style ? columns : column;
 }
 
 int storedRunEnd(const StoredRow& row, int column, int columns)

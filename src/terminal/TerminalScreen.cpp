@@ -10,11 +10,6 @@ int limitedSize(int size)
     return std::clamp(size, TerminalScreen::leastSize, TerminalScreen::mostSize);
 }
 
-int limit(std::int64_t value, int least, int most)
-{
-    return static_cast<int>(std::clamp<std::int64_t>(value, least, most));
-}
-
 }  // namespace
 
 TerminalScreen::TerminalScreen(int columns, int rows)
@@ -30,18 +25,8 @@ TerminalPosition TerminalScreen::limited(TerminalPosition position) const
 
 // Printing.
 
-void TerminalScreen::print(std::span<const std::uint8_t> ascii)
-{
-    printRun(ascii);
-}
-
-void TerminalScreen::print(std::span<const char32_t> characters)
-{
-    printRun(characters);
-}
-
 template<class Character>
-void TerminalScreen::printRun(std::span<const Character> characters)
+void TerminalScreen::printAcrossRows(std::span<const Character> characters)
 {
     const int last = columns_ - 1;
     while (!characters.empty()) {
@@ -58,7 +43,13 @@ void TerminalScreen::printRun(std::span<const Character> characters)
             count = std::min(count, last - cursor_.x);
             row.insertBlanks(cursor_.x, count, pen, columns_);
         }
-        std::copy_n(characters.data(), count, row.write(cursor_.x, count, pen, columns_));
+        if (count >= TerminalScreenRow::blockSize) {
+            row.write(cursor_.x, characters.data(), count, pen, columns_);
+        } else {
+            std::array<Character, TerminalScreenRow::blockSize> block{};
+            std::copy_n(characters.data(), count, block.begin());
+            row.writeShort(cursor_.x, block, count, pen, columns_);
+        }
         characters = characters.subspan(static_cast<std::size_t>(count));
         cursor_.x += count;
         if (cursor_.x > last) {
@@ -71,23 +62,26 @@ void TerminalScreen::printRun(std::span<const Character> characters)
     }
 }
 
+template void TerminalScreen::printAcrossRows(std::span<const std::uint8_t> characters);
+template void TerminalScreen::printAcrossRows(std::span<const char32_t> characters);
+
 // Moving the cursor.
 
-void TerminalScreen::moveCursor(std::int64_t x, std::int64_t y)
+void TerminalScreen::moveCursor(int x, int y)
 {
     // Within the region the cursor stops at its margins; outside it moves freely on its own side.
     const int upper = cursor_.y > scrollBottom_ ? rows_ - 1 : scrollBottom_;
     const int lower = cursor_.y < scrollTop_ ? 0 : scrollTop_;
-    cursor_.x = limit(x, 0, columns_ - 1);
-    cursor_.y = static_cast<int>(std::max<std::int64_t>(lower, std::min<std::int64_t>(y, upper)));
+    cursor_.x = std::clamp(x, 0, columns_ - 1);
+    cursor_.y = std::max(lower, std::min(y, upper));
     pendingWrap_ = false;
 }
 
-void TerminalScreen::setCursorPosition(std::int64_t x, std::int64_t y)
+void TerminalScreen::setCursorPosition(int x, int y)
 {
-    cursor_.x = limit(x, 0, columns_ - 1);
-    cursor_.y = modes.originMode ? limit(scrollTop_ + y, scrollTop_, scrollBottom_)
-                                 : limit(y, 0, rows_ - 1);
+    cursor_.x = std::clamp(x, 0, columns_ - 1);
+    cursor_.y = modes.originMode ? std::clamp(scrollTop_ + y, scrollTop_, scrollBottom_)
+                                 : std::clamp(y, 0, rows_ - 1);
     pendingWrap_ = false;
 }
 

@@ -5,6 +5,7 @@
 #include "terminal/TerminalRow.h"
 #include "terminal/TerminalTabStops.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -67,13 +68,25 @@ public:
 
     // Printing. Every character takes one cell.
 
-    void print(std::span<const std::uint8_t> ascii);
-    void print(std::span<const char32_t> characters);
+    void print(std::span<const std::uint8_t> ascii) { printAcrossRows(ascii); }
+    void print(std::span<const char32_t> characters) { printAcrossRows(characters); }
 
-    // Moving the cursor.
+    /// The first `count` of a block of characters, one at least.
+    template<class Character>
+    void printShort(const std::array<Character, 8>& characters, int count)
+    {
+        // Most runs end before the last column.
+        if (count >= columns_ - cursor_.x || pendingWrap_ || modes.insertMode)
+            return printAcrossRows(
+                std::span<const Character>(characters.data(), static_cast<std::size_t>(count)));
+        cursorRow().writeShort(cursor_.x, characters, count, pen, columns_);
+        cursor_.x += count;
+    }
 
-    void moveCursor(std::int64_t x, std::int64_t y);
-    void setCursorPosition(std::int64_t x, std::int64_t y);
+    // Moving the cursor. Positions may lie as far outside as 2^30 and a grid.
+
+    void moveCursor(int x, int y);
+    void setCursorPosition(int x, int y);
     void backspace();
     void carriageReturn();
     void tabForward();
@@ -126,7 +139,7 @@ private:
     TerminalScreenRow& cursorRow() { return screen_.row(cursor_.y); }
     bool feedsScrollback() const { return !usingAlternateScreen_ && scrollTop_ == 0; }
     template<class Character>
-    void printRun(std::span<const Character> characters);
+    void printAcrossRows(std::span<const Character> characters);
     void scrollUpOnce();
     void scrollDownOnce(int top);
     void appendToScrollback(TerminalScreenRow& row);

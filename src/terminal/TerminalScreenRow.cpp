@@ -33,7 +33,7 @@ void TerminalScreenRow::erase(int begin, int end, TerminalStyle style, int colum
     }
     if (begin >= end || (begin >= length_ && style == fill_))
         return;
-    std::fill_n(write(begin, end - begin, style, columns), end - begin, U' ');
+    writeBlanks(begin, end - begin, style, columns);
 }
 
 void TerminalScreenRow::insertBlanks(int column, int count, TerminalStyle style, int columns)
@@ -73,8 +73,8 @@ void TerminalScreenRow::setWidth(int columns, int newColumns)
     }
     length_ = std::min(length_, newColumns);
     if (!characters_.empty()) {
-        characters_.resize(static_cast<std::size_t>(newColumns));
-        styles_.resize(static_cast<std::size_t>(newColumns));
+        characters_.resize(roomFor(newColumns));
+        styles_.resize(roomFor(newColumns));
     }
 }
 
@@ -90,16 +90,32 @@ void TerminalScreenRow::padTo(int end, int columns)
     prepare(std::max(end, length_), 0, columns);
 }
 
+void TerminalScreenRow::writeBlanks(int column, int count, TerminalStyle style, int columns)
+{
+    constexpr auto blanks = [] {
+        std::array<char32_t, blockSize> block{};
+        block.fill(U' ');
+        return block;
+    }();
+    prepare(column, count, columns);
+    for (; count > blockSize; count -= blockSize, column += blockSize)
+        writeBlock(column, blanks.data(), style);
+    writeShort(column, blanks, count, style, columns);
+}
+
 void TerminalScreenRow::grow(int columns)
 {
-    characters_.resize(static_cast<std::size_t>(columns));
-    styles_.resize(static_cast<std::size_t>(columns));
+    characters_.resize(roomFor(columns));
+    styles_.resize(roomFor(columns));
 }
 
 void TerminalScreenRow::fillGap(int end)
 {
-    std::fill(characters_.data() + length_, characters_.data() + end, U' ');
-    std::fill(styles_.data() + length_, styles_.data() + end, fill_);
+    // Whole blocks: what they write behind `end` is no cell of the row yet.
+    for (int column = length_; column < end; column += blockSize) {
+        std::fill_n(characters_.begin() + column, blockSize, U' ');
+        std::fill_n(styles_.begin() + column, blockSize, fill_);
+    }
 }
 
 }  // namespace tavrel

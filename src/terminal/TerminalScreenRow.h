@@ -2,6 +2,8 @@
 
 #include "terminal/TerminalStyle.h"
 
+#include <algorithm>
+#include <array>
 #include <span>
 #include <vector>
 
@@ -31,14 +33,33 @@ public:
     /// Whether every cell is a blank on the theme's background.
     bool isEmpty() const;
 
-    /// Gives the cells from `column` to `column + count` to the caller to write the characters;
-    /// they have `style` already.
-    char32_t* write(int column, int count, TerminalStyle style, int columns)
+    /// Writes `count` characters, `blockSize` at least, from `column` on in `style`.
+    template<class Character>
+    void write(int column, const Character* characters, int count, TerminalStyle style, int columns)
     {
         prepare(column, count, columns);
-        std::fill_n(styles_.data() + column, count, style);
-        return characters_.data() + column;
+        int at = 0;
+        for (; at + blockSize <= count; at += blockSize)
+            writeBlock(column + at, characters + at, style);
+        // The last block may write once more what the one before it has written.
+        writeBlock(column + count - blockSize, characters + count - blockSize, style);
     }
+    /// Writes the first `count` of a block of characters.
+    template<class Character>
+    void writeShort(int column, const std::array<Character, 8>& characters, int count,
+                    TerminalStyle style, int columns)
+    {
+        prepare(column, count, columns);
+        // Programs that paint write a few cells between sequences. How many cannot be foretold, so
+        // a block is written, in which the cells behind the last one stay what they are.
+        char32_t* const to = characters_.data() + column;
+        TerminalStyle* const styles = styles_.data() + column;
+        for (int i = 0; i < blockSize; ++i)
+            to[i] = i < count ? char32_t{characters[static_cast<std::size_t>(i)]} : to[i];
+        for (int i = 0; i < blockSize; ++i)
+            styles[i] = i < count ? style : styles[i];
+    }
+    static constexpr int blockSize = 8;
 
     /// Every cell becomes a blank of `style`.
     void clear(TerminalStyle style)
@@ -74,16 +95,31 @@ private:
     // be written.
     void prepare(int column, int count, int columns)
     {
-        if (characters_.size() < static_cast<std::size_t>(columns))
+        if (characters_.size() < roomFor(columns))
             grow(columns);
         if (column > length_)
             fillGap(column);
         length_ = std::max(length_, column + count);
     }
+    template<class Character>
+    void writeBlock(int column, const Character* characters, TerminalStyle style)
+    {
+        for (int i = 0; i < blockSize; ++i)
+            characters_[static_cast<std::size_t>(column + i)] = characters[i];
+        for (int i = 0; i < blockSize; ++i)
+            styles_[static_cast<std::size_t>(column + i)] = style;
+    }
+    void writeBlanks(int column, int count, TerminalStyle style, int columns);
     void grow(int columns);
     void fillGap(int end);
 
-    // Both are empty, or at least as long as the grid is wide; only the first `length_` count.
+    // The cells of a row, and those that a block may write behind its end.
+    static std::size_t roomFor(int columns)
+    {
+        return static_cast<std::size_t>(columns + 2 * blockSize);
+    }
+
+    // Both are empty, or have room for a row; only the first `length_` cells count.
     std::vector<char32_t> characters_;
     std::vector<TerminalStyle> styles_;
     int length_ = 0;

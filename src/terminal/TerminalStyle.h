@@ -57,6 +57,15 @@ public:
         return {character, foreground(), background(), flags()};
     }
 
+    /// The style as a number, and back.
+    constexpr std::uint64_t bits() const { return bits_; }
+    static constexpr TerminalStyle fromBits(std::uint64_t bits)
+    {
+        TerminalStyle style;
+        style.bits_ = bits;
+        return style;
+    }
+
     constexpr bool operator==(const TerminalStyle&) const = default;
 
 private:
