@@ -22,6 +22,7 @@
 #include "platform/qt/QtPasteboard.h"
 #include "terminal/ShellLaunch.h"
 #include "terminal/TerminalViewController.h"
+#include "terminal/Terminfo.h"
 
 #include <QApplication>
 #include <QDir>
@@ -75,7 +76,7 @@ class ApplicationRun final : private SettingsReloaderDelegate, private SettingsO
 public:
     ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem,
                    PreferencesStore& store)
-        : options_(options), loader_(loader),
+        : options_(options), loader_(loader), fileSystem_(fileSystem),
           privateFolder_(PrivateFolder::create(fileSystem, environmentPath("XDG_RUNTIME_DIR"),
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
           store_(store),
@@ -125,6 +126,15 @@ private:
     void settingsOpenerDidReport(std::string_view status) override { report(status); }
     void report(std::string_view status) { window_.statusLine().setText(utf16FromUtf8(status)); }
 
+    // Written once for all terminals. Without it the system's own description serves.
+    const std::filesystem::path& terminfoFolder()
+    {
+        if (terminfoFolder_.empty() && privateFolder_)
+            terminfoFolder_ = writeTerminfo(fileSystem_, privateFolder_->path())
+                                  .value_or(std::filesystem::path());
+        return terminfoFolder_;
+    }
+
     std::unique_ptr<TerminalViewController> makeTerminal()
     {
         return std::make_unique<TerminalViewController>(
@@ -132,7 +142,8 @@ private:
                              .preferences = store_,
                              .environment = Environment::ofThisProcess(),
                              .homeFolder = QFile::encodeName(QDir::homePath()).toStdString(),
-                             .loginShell = systemLoginShell()});
+                             .loginShell = systemLoginShell(),
+                             .terminfoFolder = terminfoFolder()});
     }
 
     void showLoaded()
@@ -162,11 +173,13 @@ private:
 
     const ProgramOptions& options_;
     FileLoader& loader_;
+    PosixFileSystem& fileSystem_;
     SteadyClock clock_;
     QtMainQueue mainQueue_;
     QtPasteboard pasteboard_;
     LocalCalendar calendar_;
     tl::expected<PrivateFolder, FileError> privateFolder_;
+    std::filesystem::path terminfoFolder_;
     PreferencesStore& store_;
     MainWindow window_;
     SettingsReloader reloader_;
