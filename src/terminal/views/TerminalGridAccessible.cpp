@@ -130,4 +130,33 @@ void installGridAccessibility()
     QAccessible::installFactory(gridInterface);
 }
 
+ReaderUpdate readerUpdate(const QString& before, const QString& after)
+{
+    const auto shorter = std::min(before.size(), after.size());
+    const auto same = std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first -
+                      before.begin();
+    const auto sameBehind =
+        std::mismatch(before.rbegin(), before.rbegin() + (shorter - same), after.rbegin()).first -
+        before.rbegin();
+    return {static_cast<int>(same), before.mid(same, before.size() - same - sameBehind),
+            after.mid(same, after.size() - same - sameBehind)};
+}
+
+void tellScreenReaders(TerminalGridView& view, QString& told)
+{
+    if (!QAccessible::isActive())
+        return;
+    const QString text = view.shownText();
+    if (text != told) {
+        const ReaderUpdate change = readerUpdate(told, text);
+        QAccessibleTextUpdateEvent update(&view, change.position, change.removed, change.inserted);
+        QAccessible::updateAccessibility(&update);
+        told = text;
+    }
+    if (const auto offset = view.shownCursorOffset()) {
+        QAccessibleTextCursorEvent cursor(&view, *offset);
+        QAccessible::updateAccessibility(&cursor);
+    }
+}
+
 }  // namespace tavrel

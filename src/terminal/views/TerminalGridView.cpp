@@ -82,6 +82,7 @@ void TerminalGridView::refresh()
     updateScroll();
     showRows();
     updateMicroFocus();
+    tellScreenReaders(*this, toldText_);
     if (didScroll)
         didScroll();
 }

@@ -154,6 +154,7 @@ private:
     std::optional<GridPosition> dragAnchor_;
     std::int64_t droppedRows_ = 0;  // Of the emulator, when the anchor was last right.
     QString preedit_;
+    QString toldText_;  // What screen readers know.
 
     QPointF dragPoint_;
     QBasicTimer autoscrollTimer_;

@@ -1,3 +1,4 @@
+#include "terminal/views/TerminalGridAccessible.h"
 #include "ShownGrid.h"
 
 #include <QAccessible>
@@ -61,6 +62,22 @@ TEST_F(AccessibleGrid, APlaceOnTheScreenIsAPlaceInTheText)
     const QRect rect = text().characterRect(5);
     EXPECT_EQ(rect.topLeft(), grid.view.mapToGlobal(grid.view.cellRect({1, 1}).toRect().topLeft()));
     EXPECT_EQ(text().offsetAtPoint(rect.center()), 5);
+}
+
+TEST(ReaderUpdate, IsTheStretchThatChanged)
+{
+    const auto update = [](const char* before, const char* after) {
+        return readerUpdate(QLatin1String(before), QLatin1String(after));
+    };
+    const auto expected = [](int position, const char* removed, const char* inserted) {
+        return ReaderUpdate{position, QLatin1String(removed), QLatin1String(inserted)};
+    };
+    EXPECT_EQ(update("one\ntwo", "one\ntwo more"), expected(7, "", " more"));
+    EXPECT_EQ(update("one\ntwo", "ONE\ntwo"), expected(0, "one", "ONE"));
+    EXPECT_EQ(update("aaa", "aaaa"), expected(3, "", "a"));
+    EXPECT_EQ(update("aaaa", "aa"), expected(2, "aa", ""));
+    EXPECT_EQ(update("", "x"), expected(0, "", "x"));
+    EXPECT_EQ(update("same", "same"), expected(4, "", ""));
 }
 
 }  // namespace
