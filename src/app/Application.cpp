@@ -13,6 +13,7 @@
 #include "editor/views/ViewTheme.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
+#include "platform/Environment.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/PrivateFolder.h"
 #include "platform/ThreadPool.h"
@@ -20,6 +21,9 @@
 #include "platform/qt/QtFolderWatch.h"
 #include "platform/qt/QtMainQueue.h"
 #include "platform/qt/QtPasteboard.h"
+#include "terminal/ShellLaunch.h"
+#include "terminal/TerminalViewController.h"
+#include "terminal/Terminfo.h"
 
 #include <QApplication>
 #include <QDir>
@@ -76,7 +80,7 @@ class ApplicationRun final : private SettingsReloaderDelegate, private SettingsO
 public:
     ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem,
                    PreferencesStore& store)
-        : options_(options), loader_(loader),
+        : options_(options), loader_(loader), fileSystem_(fileSystem),
           privateFolder_(PrivateFolder::create(fileSystem, environmentPath("XDG_RUNTIME_DIR"),
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
           store_(store),
@@ -89,6 +93,7 @@ public:
     {
         QApplication::setPalette(paletteOf(viewTheme(store_.values().theme)));
         window_.wantsSettings = [this] { openSettings(store_, *this); };
+        window_.makeTerminal = [this] { return makeTerminal(); };
         window_.wantsMode = [this](std::string_view id) { openMode(store_, id, *this); };
         window_.didPaintFirst = [this] {
             hasPainted_ = true;
@@ -125,6 +130,26 @@ private:
     void settingsOpenerDidReport(std::string_view status) override { report(status); }
     void report(std::string_view status) { window_.statusLine().setText(utf16FromUtf8(status)); }
 
+    // Written once for all terminals. Without it the system's own description serves.
+    const std::filesystem::path& terminfoFolder()
+    {
+        if (terminfoFolder_.empty() && privateFolder_)
+            terminfoFolder_ = writeTerminfo(fileSystem_, privateFolder_->path())
+                                  .value_or(std::filesystem::path());
+        return terminfoFolder_;
+    }
+
+    std::unique_ptr<TerminalViewController> makeTerminal()
+    {
+        return std::make_unique<TerminalViewController>(
+            TerminalServices{.mainQueue = mainQueue_,
+                             .preferences = store_,
+                             .environment = Environment::ofThisProcess(),
+                             .homeFolder = QFile::encodeName(QDir::homePath()).toStdString(),
+                             .loginShell = systemLoginShell(),
+                             .terminfoFolder = terminfoFolder()});
+    }
+
     void showLoaded()
     {
         while (std::optional<FileLoader::Loaded> loaded = loader_.takeNext())
@@ -152,12 +177,14 @@ private:
 
     const ProgramOptions& options_;
     FileLoader& loader_;
+    PosixFileSystem& fileSystem_;
     SteadyClock clock_;
     QtMainQueue mainQueue_;
     ThreadPool globalQueue_{backgroundThreads};
     QtPasteboard pasteboard_;
     LocalCalendar calendar_;
     tl::expected<PrivateFolder, FileError> privateFolder_;
+    std::filesystem::path terminfoFolder_;
     PreferencesStore& store_;
     MainWindow window_;
     SettingsReloader reloader_;

@@ -1,5 +1,6 @@
 #include "app/MainWindow.h"
 
+#include "app/EditorColumn.h"
 #include "app/QtModalDialogs.h"
 #include "app/StatusLine.h"
 #include "config/LanguageModeTable.h"
@@ -7,6 +8,7 @@
 #include "editor/views/CodeEditorView.h"
 #include "platform/qt/KeyEvents.h"
 #include "platform/qt/KeySequences.h"
+#include "terminal/TerminalViewController.h"
 
 #include <QAction>
 #include <QApplication>
@@ -34,8 +36,8 @@ MainWindow::MainWindow(const EditorPaneServices& services, WindowSize size,
                        const Preferences& preferences)
     : pane_(std::make_unique<EditorPane>(services, paneSettingsOf(preferences))),
       dialogs_(std::make_unique<QtModalDialogs>(this)), menuBar_(new QMenuBar(this)),
-      editorView_(new CodeEditorView(*pane_, this, appearanceOf(preferences))),
-      statusLine_(new StatusLine(editorView_->textView().theme(), this)),
+      column_(new EditorColumn(*pane_, services.pasteboard, this, appearanceOf(preferences))),
+      statusLine_(new StatusLine(editorView().textView().theme(), this)),
       commandKey_(preferences.commandKey)
 {
     pane_->commandDispatcher().load(preferences.keymap);
@@ -45,16 +47,40 @@ MainWindow::MainWindow(const EditorPaneServices& services, WindowSize size,
     resize(std::max(size.width, smallestWidth), std::max(size.height, smallestHeight));
     pane_->setDelegate(this);
     statusLine_->setText(pane_->statusText());
-    editorView_->textView().menuShortcut = [this](const QKeyEvent& event) {
-        return runMenuShortcut(event);
-    };
-    editorView_->setFocus();
+    connectColumn();
+    column_->setFocus();
 }
 
 MainWindow::~MainWindow()
 {
     pane_->setDelegate(nullptr);
-    delete editorView_;  // Its pane is gone before the other children are.
+    delete column_;  // Its pane is gone before the other children are.
+}
+
+CodeEditorView& MainWindow::editorView()
+{
+    return column_->editorView();
+}
+
+void MainWindow::connectColumn()
+{
+    editorView().textView().menuShortcut = [this](const QKeyEvent& event) {
+        return runMenuShortcut(keyEventFromQt(event, commandKey_));
+    };
+    column_->setServices({
+        .makeTerminal = [this] { return makeTerminal ? makeTerminal() : nullptr; },
+        .runMenuShortcut = [this](const KeyEvent& event) { return runMenuShortcut(event); },
+        .isMenuChord =
+            [](std::string_view chord) {
+                return std::ranges::find(menuTable, chord, &MenuItem::chord) != menuTable.end();
+            },
+        .dialogs = [this]() -> ModalDialogs& { return *dialogs_; },
+        .wantsEditorFocus =
+            [this](std::size_t index) {
+                if (index == 0)
+                    editorView().setFocus();
+            },
+    });
 }
 
 void MainWindow::setModalDialogs(std::unique_ptr<ModalDialogs> dialogs)
@@ -108,7 +134,7 @@ void MainWindow::applyPreferences(const Preferences& preferences)
     pane_->commandDispatcher().load(preferences.keymap);
     pane_->refreshLanguages();
     const EditorAppearance appearance = appearanceOf(preferences);
-    editorView_->setAppearance(appearance);
+    column_->setAppearance(appearance);
     statusLine_->setTheme(appearance.theme);
     commandKey_ = preferences.commandKey;
     showShortcuts();
@@ -136,17 +162,23 @@ void MainWindow::performMenuItem(const MenuItem& item)
     case MenuAction::quit:
         close();
         break;
+    case MenuAction::toggleTerminal:
+        column_->toggleTerminal();
+        break;
+    case MenuAction::newTerminalTab:
+        column_->newTerminalTab();
+        break;
     case MenuAction::command:
-        pane_->runCommand(EditorCommand{std::string(item.command), {}});
+        if (!column_->runInTerminal(item.command))
+            pane_->runCommand(EditorCommand{std::string(item.command), {}});
         break;
     }
 }
 
 // By our own reading of the key: the toolkit's knows no letter on a layout without Latin ones.
-bool MainWindow::runMenuShortcut(const QKeyEvent& event)
+bool MainWindow::runMenuShortcut(const KeyEvent& event)
 {
-    const std::optional<std::string> chord =
-        KeyTranslator::chordForEvent(keyEventFromQt(event, commandKey_));
+    const std::optional<std::string> chord = KeyTranslator::chordForEvent(event);
     const auto* item = std::find_if(menuTable.begin(), menuTable.end(), [&](const MenuItem& each) {
         return !each.chord.empty() && each.chord == chord;
     });
@@ -181,7 +213,7 @@ void MainWindow::arrange()
     const int menuHeight = menuBar_->sizeHint().height();
     const int statusTop = height() - StatusLine::lineHeight;
     menuBar_->setGeometry(0, 0, width(), menuHeight);
-    editorView_->setGeometry(0, menuHeight, width(), statusTop - menuHeight);
+    column_->setGeometry(0, menuHeight, width(), statusTop - menuHeight);
     statusLine_->setGeometry(0, statusTop, width(), StatusLine::lineHeight);
 }
 
@@ -250,9 +282,11 @@ MainWindow::editorPaneWantsSaveLocation(EditorPane&, const std::filesystem::path
     return dialogs_->saveLocation(proposed);
 }
 
-void MainWindow::editorPaneDidMeetCommand(EditorPane&, const EditorCommand&)
+void MainWindow::editorPaneDidMeetCommand(EditorPane&, const EditorCommand& command)
 {
-    // Commands beyond one pane belong to parts of the window that this one does not have.
+    if (command.name == "newTerminalTab")
+        column_->newTerminalTab();
+    // Other commands beyond one pane belong to parts of the window that this one does not have.
 }
 
 }  // namespace tavrel

@@ -21,9 +21,11 @@
 namespace tavrel {
 
 class CodeEditorView;
+class EditorColumn;
+class TerminalViewController;
 class StatusLine;
 
-/// The main window: a menu bar, one editor column and the status line.
+/// The main window: a menu bar, one editor column with its terminal, and the status line.
 class MainWindow final : public QWidget, private EditorPaneDelegate {
 public:
     /// What `services` names is borrowed and outlives the window.
@@ -32,7 +34,8 @@ public:
     ~MainWindow() override;
 
     EditorPane& pane() { return *pane_; }
-    CodeEditorView& editorView() { return *editorView_; }
+    CodeEditorView& editorView();
+    EditorColumn& editorColumn() { return *column_; }
     StatusLine& statusLine() { return *statusLine_; }
     QMenuBar& menuBar() { return *menuBar_; }
 
@@ -43,6 +46,9 @@ public:
     void setModalDialogs(std::unique_ptr<ModalDialogs> dialogs);
 
     void performMenuItem(const MenuItem& item);
+
+    /// Makes the terminal of a column, when it is first shown; without it there is none.
+    std::function<std::unique_ptr<TerminalViewController>()> makeTerminal;
 
     /// Called for the items that belong to the whole program. May be empty.
     std::function<void()> wantsSettings;
@@ -64,7 +70,8 @@ private:
     void arrange();
     void openFiles();
     bool confirmsClosing();
-    bool runMenuShortcut(const QKeyEvent& event);
+    bool runMenuShortcut(const KeyEvent& event);
+    void connectColumn();
 
     void editorPaneDidSetStatus(EditorPane& pane, std::u16string_view text) override;
     void editorPaneDidBeep(EditorPane& pane) override;
@@ -75,7 +82,7 @@ private:
     std::unique_ptr<EditorPane> pane_;
     std::unique_ptr<ModalDialogs> dialogs_;
     QMenuBar* menuBar_;
-    CodeEditorView* editorView_;
+    EditorColumn* column_;
     StatusLine* statusLine_;
     CommandKey commandKey_;
     std::vector<std::pair<QAction*, std::string_view>> menuActions_;  // With their chords.

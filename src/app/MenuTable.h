@@ -14,6 +14,8 @@ enum class MenuAction {
     openSettings,
     modes,  // A submenu with the language modes.
     quit,
+    toggleTerminal,
+    newTerminalTab,
     command,  // The command of the row, on the current pane.
 };
 
@@ -44,6 +46,8 @@ inline constexpr std::array menuTable{
     MenuItem{u"Edit", u"Copy", "cmd+c", MenuAction::command, "copy"},
     MenuItem{u"Edit", u"Paste", "cmd+v", MenuAction::command, "paste"},
     MenuItem{u"Edit", u"Select All", "cmd+a", MenuAction::command, "selectAll"},
+    MenuItem{u"View", u"Toggle Terminal", "cmd+`", MenuAction::toggleTerminal},
+    MenuItem{u"View", u"New Terminal Tab", {}, MenuAction::newTerminalTab},
 };
 
 }  // namespace tavrel

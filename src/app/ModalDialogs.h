@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tavrel {
@@ -22,6 +23,9 @@ public:
     virtual ~ModalDialogs() = default;
     /// The index of the button that was pressed.
     virtual std::size_t ask(const Alert& alert) = 0;
+    /// The text of a field that begins with `text`; nothing unless the first button was pressed.
+    virtual std::optional<std::u16string> askForText(const Alert& alert,
+                                                     std::u16string_view text) = 0;
     /// The files to open; none when the user changes their mind.
     virtual std::vector<std::filesystem::path> filesToOpen(const std::filesystem::path& folder) = 0;
     /// Where to save; nothing when the user changes their mind. Asks by itself before a file is

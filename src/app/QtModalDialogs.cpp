@@ -1,13 +1,21 @@
 #include "app/QtModalDialogs.h"
 
+#include <QDialog>
+#include <QDialogButtonBox>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace tavrel {
 
 namespace {
+
+constexpr int fieldWidth = 260;
+constexpr int fieldHeight = 24;
 
 QString qtPath(const std::filesystem::path& path)
 {
@@ -45,6 +53,31 @@ std::size_t QtModalDialogs::ask(const Alert& alert)
             return i;
     }
     return buttons.empty() ? 0 : buttons.size() - 1;
+}
+
+std::optional<std::u16string> QtModalDialogs::askForText(const Alert& alert,
+                                                         std::u16string_view text)
+{
+    QDialog dialog(window_);
+    dialog.setWindowTitle(QStringLiteral("Tavrel Code"));
+    auto* layout = new QVBoxLayout(&dialog);
+    layout->addWidget(new QLabel(QString::fromStdU16String(alert.message)));
+    auto* field = new QLineEdit(QStringView(text).toString());
+    field->setFixedSize(fieldWidth, fieldHeight);
+    field->setAccessibleName(QString::fromStdU16String(alert.message));
+    field->selectAll();
+    layout->addWidget(field);
+    auto* box = new QDialogButtonBox;
+    for (std::size_t i = 0; i < alert.buttons.size(); ++i)
+        box->addButton(QString::fromStdU16String(alert.buttons[i]),
+                       i == 0 ? QDialogButtonBox::AcceptRole : QDialogButtonBox::RejectRole);
+    layout->addWidget(box);
+    QObject::connect(box, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(box, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    field->setFocus();
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return field->text().toStdU16String();
 }
 
 std::vector<std::filesystem::path> QtModalDialogs::filesToOpen(const std::filesystem::path& folder)

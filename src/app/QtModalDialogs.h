@@ -13,6 +13,7 @@ public:
     explicit QtModalDialogs(QWidget* window) : window_(window) {}
 
     std::size_t ask(const Alert& alert) override;
+    std::optional<std::u16string> askForText(const Alert& alert, std::u16string_view text) override;
     std::vector<std::filesystem::path> filesToOpen(const std::filesystem::path& folder) override;
     std::optional<std::filesystem::path>
     saveLocation(const std::filesystem::path& proposed) override;

@@ -36,6 +36,11 @@ public:
         alerts.push_back(alert);
         return answer;
     }
+    std::optional<std::u16string> askForText(const Alert& alert, std::u16string_view) override
+    {
+        alerts.push_back(alert);
+        return text;
+    }
     std::vector<std::filesystem::path> filesToOpen(const std::filesystem::path&) override
     {
         return files;
@@ -48,6 +53,7 @@ public:
     }
 
     std::size_t answer = 0;
+    std::optional<std::u16string> text;
     std::vector<std::filesystem::path> files;
     std::optional<std::filesystem::path> location;
     std::filesystem::path proposed;

@@ -24,6 +24,7 @@ constexpr std::array engines{
     Engine{"mode", modeAdaptor},
     Engine{"settings", settingsAdaptor},
     Engine{"term", termAdaptor},
+    Engine{"termgrid", termGridAdaptor},
     Engine{"termline", termLineAdaptor},
     Engine{"theme", themeAdaptor},
     Engine{"tree", treeAdaptor},

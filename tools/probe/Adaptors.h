@@ -21,6 +21,7 @@ Json lineDiffAdaptor(ProbeRequest& request);
 Json modeAdaptor(ProbeRequest& request);
 Json settingsAdaptor(ProbeRequest& request);
 Json termAdaptor(ProbeRequest& request);
+Json termGridAdaptor(ProbeRequest& request);
 Json termLineAdaptor(ProbeRequest& request);
 Json themeAdaptor(ProbeRequest& request);
 Json treeAdaptor(ProbeRequest& request);
