@@ -10,6 +10,10 @@ namespace {
 
 constexpr int rangeDelayMilliseconds = 100;
 
+// Around the text of a field.
+constexpr int fieldInsetX = 2;
+constexpr int fieldInsetY = 3;
+
 int clampedToInt(std::size_t value)
 {
     return static_cast<int>(
@@ -19,8 +23,10 @@ int clampedToInt(std::size_t value)
 }  // namespace
 
 CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
-                               const EditorAppearance& appearance)
-    : QWidget(parent), pane_(pane), textView_(new TavrelTextView(pane, nullptr, this, appearance)),
+                               const EditorAppearance& appearance, EditorColumnKind kind)
+    : QWidget(parent), pane_(pane), kind_(kind),
+      tabScrollView_(new EditorTabScrollView(appearance.theme, this)),
+      textView_(new TavrelTextView(pane, nullptr, this, appearance)),
       lineNumberGutterView_(new EditorLineNumberGutterView(*textView_, this)),
       scrollBar_(new EditorScrollBar(textView_->theme(), this))
 {
@@ -30,8 +36,19 @@ CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
     connect(&rangeTimer_, &QTimer::timeout, this, [this] { updateRange(); });
     connect(scrollBar_, &QAbstractSlider::valueChanged, this,
             [this](int value) { scrollBarMoved(value); });
+    tabScrollView_->didSelect = [this](int index) { selectTab(index); };
+    tabScrollView_->didClose = [this](int index) {
+        pane_.removeTab(static_cast<std::size_t>(index));
+    };
+    if (isFieldEditor()) {
+        textView_->setFieldLayout(true);
+        tabScrollView_->hide();
+        lineNumberGutterView_->hide();
+        scrollBar_->hide();
+    }
     textView_->setDelegate(this);
     pane_.setView(this);
+    paneDidChangeTabs();
 }
 
 CodeEditorView::~CodeEditorView()
@@ -47,6 +64,7 @@ void CodeEditorView::setAppearance(const EditorAppearance& appearance)
 {
     textView_->setAppearance(appearance);
     scrollBar_->setTheme(appearance.theme);
+    tabScrollView_->setTheme(appearance.theme);
     lineNumberGutterView_->update();
     arrange();
     updateRange();
@@ -66,12 +84,46 @@ void CodeEditorView::resizeEvent(QResizeEvent*)
 
 void CodeEditorView::arrange()
 {
+    if (isFieldEditor()) {
+        textView_->setGeometry(
+            rect().adjusted(fieldInsetX, fieldInsetY, -fieldInsetX, -fieldInsetY));
+        return;
+    }
+    const int top = std::min(EditorTabScrollView::barHeight, height());
     const int gutter = std::min(lineNumberGutterView_->preferredWidth(), width());
     const int bar = std::min(EditorScrollBar::thickness, width() - gutter);
-    lineNumberGutterView_->setGeometry(0, 0, gutter, height());
-    textView_->setGeometry(gutter, 0, width() - gutter - bar, height());
-    scrollBar_->setGeometry(width() - bar, 0, bar, height());
+    tabScrollView_->setGeometry(0, 0, width(), top);
+    lineNumberGutterView_->setGeometry(0, top, gutter, height() - top);
+    textView_->setGeometry(gutter, top, width() - gutter - bar, height() - top);
+    scrollBar_->setGeometry(width() - bar, top, bar, height() - top);
 }
+
+void CodeEditorView::setLineDiff(std::optional<GitLineDiff> diff)
+{
+    lineNumberGutterView_->setLineDiff(std::move(diff));
+}
+
+// --- Tabs
+
+void CodeEditorView::paneDidChangeTabs()
+{
+    if (isFieldEditor())
+        return;
+    EditorTabScrollView::Tabs tabs;
+    for (const std::shared_ptr<EditorTab>& tab : pane_.tabs())
+        tabs.titles.push_back(tabTitle(*tab->document));
+    tabs.activeIndex = pane_.activeTabIndex();
+    tabs.isLoneEmptyTab = pane_.tabs().size() == 1 && pane_.document().isEmpty();
+    tabScrollView_->setTabs(std::move(tabs));
+}
+
+void CodeEditorView::selectTab(int index)
+{
+    textView_->setFocus(Qt::MouseFocusReason);
+    pane_.selectTab(static_cast<std::size_t>(index));
+}
+
+// --- The pane
 
 void CodeEditorView::paneDidShowDocument()
 {

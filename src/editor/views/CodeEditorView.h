@@ -3,6 +3,7 @@
 #include "editor/EditorPane.h"
 #include "editor/views/EditorLineNumberGutterView.h"
 #include "editor/views/EditorScrollBar.h"
+#include "editor/views/EditorTabScrollView.h"
 #include "editor/views/TavrelTextView.h"
 
 #include <QTimer>
@@ -10,7 +11,14 @@
 
 namespace tavrel {
 
-/// One editor column on the screen: the gutter, the text view and its scroll bar, showing a pane.
+/// What of a column is there.
+enum class EditorColumnKind {
+    full,
+    field,  // One line of input: the text alone.
+};
+
+/// One editor column on the screen: the tab bar, the gutter, the text view and its scroll bar,
+/// showing a pane.
 ///
 /// The scroll bar counts in estimated rows, since the true number would need the whole text to be
 /// laid out: the ends of its range are exact, what lies between is near.
@@ -18,13 +26,16 @@ class CodeEditorView final : public QWidget, public EditorPaneView, private Tavr
 public:
     /// The pane is borrowed and outlives the view, which becomes the pane's view.
     explicit CodeEditorView(EditorPane& pane, QWidget* parent = nullptr,
-                            const EditorAppearance& appearance = {});
+                            const EditorAppearance& appearance = {},
+                            EditorColumnKind kind = EditorColumnKind::full);
     ~CodeEditorView() override;
 
     EditorPane& pane() { return pane_; }
     TavrelTextView& textView() { return *textView_; }
     EditorLineNumberGutterView& lineNumberGutterView() { return *lineNumberGutterView_; }
     EditorScrollBar& scrollBar() { return *scrollBar_; }
+    EditorTabScrollView& tabScrollView() { return *tabScrollView_; }
+    bool isFieldEditor() const { return kind_ == EditorColumnKind::field; }
 
     /// Follows the appearance, and the widths that the pane's settings give.
     void setAppearance(const EditorAppearance& appearance);
@@ -32,13 +43,16 @@ public:
     /// The width at which `columnWidth` columns fit, in logical pixels.
     int preferredWidth() const;
 
+    /// The marks of the gutter; none where nothing is known.
+    void setLineDiff(std::optional<GitLineDiff> diff);
+
     /// Called when this column becomes the one that takes keys. May be empty.
     std::function<void()> didBecomeActive;
 
     // EditorPaneView
     void paneDidShowDocument() override;
     void paneDidChangeSelection() override;
-    void paneDidChangeTabs() override {}
+    void paneDidChangeTabs() override;
     void paneWantsVisible(TextRange range) override;
     void paneWantsCompletions(TextRange partial,
                               const std::vector<std::u16string>& candidates) override;
@@ -55,11 +69,14 @@ private:
     void textViewDidBecomeFirstResponder() override;
 
     void arrange();
+    void selectTab(int index);
     void showPosition();
     void updateRange();
     void scrollBarMoved(int value);
 
     EditorPane& pane_;
+    EditorColumnKind kind_;
+    EditorTabScrollView* tabScrollView_;
     TavrelTextView* textView_;
     EditorLineNumberGutterView* lineNumberGutterView_;
     EditorScrollBar* scrollBar_;
