@@ -110,28 +110,29 @@ void EditorPane::showTab(std::size_t index)
     applyTabState();
 }
 
-void EditorPane::openLocation(const std::filesystem::path& path)
+OpenResult EditorPane::openLocation(const std::filesystem::path& path)
 {
     if (const std::optional<std::size_t> open = tabShowing(standardised(path))) {
         selectTab(*open);
-        return;
+        return OpenResult::opened;
     }
-    showLoaded(path, readDocument(services_.fileSystem, path));
+    return showLoaded(path, readDocument(services_.fileSystem, path));
 }
 
-void EditorPane::showLoaded(const std::filesystem::path& path, LoadResult loaded)
+OpenResult EditorPane::showLoaded(const std::filesystem::path& path, LoadResult loaded)
 {
     if (const std::optional<std::size_t> open = tabShowing(standardised(path))) {
         selectTab(*open);
-        return;
+        return OpenResult::opened;
     }
     if (!loaded) {
         setStatus(failureText(u"Could not open ", path, loaded.error()));
-        return;
+        return OpenResult::failed;
     }
     auto document = std::make_shared<EditorDocument>(standardised(path), std::move(loaded->text));
     document->diskStatus = loaded->status;
     showDocument(std::move(document));
+    return OpenResult::opened;
 }
 
 void EditorPane::showDocument(std::shared_ptr<EditorDocument> shown)

@@ -24,6 +24,8 @@
 
 namespace tavrel {
 
+enum class OpenResult { opened, failed };
+
 /// One editor column without its pixels: tabs, selection, cursors, the capture of edits for undo,
 /// and the commands. Every change of a document's text by the user passes through here.
 ///
@@ -57,11 +59,11 @@ public:
     void selectTab(std::size_t index);
     /// Shows the file, reading it unless a tab of this pane has it. A failure leaves the pane as it
     /// is and sets the status text.
-    void openLocation(const std::filesystem::path& path);
+    OpenResult openLocation(const std::filesystem::path& path);
     /// Shows a document that another pane has open, as one more view of it.
     void showDocument(std::shared_ptr<EditorDocument> document);
     /// Shows a file that has been read elsewhere, or tells why it could not be.
-    void showLoaded(const std::filesystem::path& path, LoadResult loaded);
+    OpenResult showLoaded(const std::filesystem::path& path, LoadResult loaded);
     /// Closes a tab without asking; the last one leaves an empty tab in its place.
     void removeTab(std::size_t index);
 
