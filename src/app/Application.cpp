@@ -89,6 +89,9 @@ public:
         window_.didPaintFirst = [this] {
             hasPainted_ = true;
             reloader_.startWatching();
+            window_.startWatchingFiles(mainQueue_, [](FolderWatchDelegate& delegate) {
+                return std::make_unique<QtFolderWatch>(delegate);
+            });
             pictureIfStable();
         };
         showLoaded();
@@ -108,11 +111,11 @@ private:
     void settingsReloaderDidReport(std::string_view status) override { report(status); }
     void settingsReloaderDidRewrite(const std::filesystem::path& file) override
     {
-        window_.pane().reloadUnmodified(file);
+        window_.columns().reloadUnmodified(file);
     }
     void settingsOpenerDidUpdate(const std::filesystem::path& file) override
     {
-        window_.pane().reloadUnmodified(file);
+        window_.columns().reloadUnmodified(file);
     }
     void settingsOpenerWillShow(const std::filesystem::path& file) override
     {

@@ -12,7 +12,7 @@ class QtModalDialogs final : public ModalDialogs {
 public:
     explicit QtModalDialogs(QWidget* window) : window_(window) {}
 
-    std::size_t ask(const Alert& alert) override;
+    std::size_t ask(const EditorPaneAlert& alert) override;
     std::vector<std::filesystem::path> filesToOpen(const std::filesystem::path& folder) override;
     std::optional<std::filesystem::path>
     saveLocation(const std::filesystem::path& proposed) override;

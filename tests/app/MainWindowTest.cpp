@@ -31,7 +31,7 @@ namespace {
 // Answers as it was told, and remembers what it was asked.
 class ScriptedDialogs final : public ModalDialogs {
 public:
-    std::size_t ask(const Alert& alert) override
+    std::size_t ask(const EditorPaneAlert& alert) override
     {
         alerts.push_back(alert);
         return answer;
@@ -51,7 +51,7 @@ public:
     std::vector<std::filesystem::path> files;
     std::optional<std::filesystem::path> location;
     std::filesystem::path proposed;
-    std::vector<Alert> alerts;
+    std::vector<EditorPaneAlert> alerts;
 };
 
 class MainWindowTest : public testing::Test {
@@ -282,7 +282,7 @@ TEST_F(MainWindowTest, ClosingAsksAboutAnUntitledText)
     EXPECT_FALSE(window.close());
     EXPECT_TRUE(window.isVisible());
     ASSERT_EQ(dialogs_->alerts.size(), 1u);
-    const Alert& alert = dialogs_->alerts[0];
+    const EditorPaneAlert& alert = dialogs_->alerts[0];
     EXPECT_EQ(alert.message, u"Close Untitled");
     EXPECT_EQ(alert.information, u"This tab has unsaved changes.");
     EXPECT_EQ(alert.buttons, (std::vector<std::u16string>{u"Close", u"Cancel"}));

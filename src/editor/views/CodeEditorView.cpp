@@ -115,6 +115,8 @@ void CodeEditorView::paneDidChangeTabs()
     tabs.activeIndex = pane_.activeTabIndex();
     tabs.isLoneEmptyTab = pane_.tabs().size() == 1 && pane_.document().isEmpty();
     tabScrollView_->setTabs(std::move(tabs));
+    if (didChangeTabs)
+        didChangeTabs();
 }
 
 void CodeEditorView::selectTab(int index)
@@ -135,6 +137,19 @@ void CodeEditorView::paneDidShowDocument()
 void CodeEditorView::paneDidChangeSelection()
 {
     textView_->refreshDecorations();
+}
+
+void CodeEditorView::paneDidChangeGitLineDiff() {}
+
+void CodeEditorView::paneWantsFocus()
+{
+    textView_->setFocus(Qt::OtherFocusReason);
+}
+
+bool CodeEditorView::paneHasFocus() const
+{
+    const QWidget* focused = window()->focusWidget();
+    return focused && (focused == this || isAncestorOf(focused));
 }
 
 void CodeEditorView::paneWantsVisible(TextRange range)

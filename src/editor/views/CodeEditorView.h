@@ -48,6 +48,8 @@ public:
 
     /// Called when this column becomes the one that takes keys. May be empty.
     std::function<void()> didBecomeActive;
+    /// Called when tabs come or go, or their titles change. May be empty.
+    std::function<void()> didChangeTabs;
 
     // EditorPaneView
     void paneDidShowDocument() override;
@@ -58,6 +60,10 @@ public:
                               const std::vector<std::u16string>& candidates) override;
     ScrollOrigin scrollOrigin() const override { return textView_->scrollOrigin(); }
     void setScrollOrigin(const ScrollOrigin& origin) override;
+    void paneDidChangeGitLineDiff() override;
+    void paneWantsFocus() override;
+    bool paneHasFocus() const override;
+    double rowHeight() const override { return textView_->editorFont().rowHeight(); }
     const RowLayout& rowLayout() const override { return textView_->rows(); }
 
 protected:
