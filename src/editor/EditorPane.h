@@ -24,6 +24,8 @@
 
 namespace tavrel {
 
+struct CursorBatch;
+
 enum class OpenResult { opened, failed };
 
 /// One editor column without its pixels: tabs, selection, cursors, the capture of edits for undo,
@@ -127,6 +129,9 @@ public:
     bool eraseAtCursors();
     /// Carries out edits at several places as one step of undo.
     void applyEdits(std::vector<ResolvedMultiCursorEdit> edits, TextRange beforeSelection);
+    /// Moves a stretch to another place, as one step of undo, and selects it there. Nothing happens
+    /// where the place lies in the stretch or at its ends.
+    void moveText(TextRange range, std::size_t location);
     void undo();
     void redo();
 
@@ -197,6 +202,8 @@ private:
     void dropPendingEdit();
     void replaceInTextView(TextRange range, const TextSnapshot& replacement);
     void refreshAfterEdit();
+    /// Carries out what has been computed, and records it.
+    void carryOut(CursorBatch batch);
     /// Applies batches one after another. The cursors are left to the caller.
     void changeText(std::span<const std::vector<TextEdit>> batches);
     void applyGroup(const EditorUndoGroup& group, ReplayDirection direction);

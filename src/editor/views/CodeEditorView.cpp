@@ -1,5 +1,11 @@
 #include "editor/views/CodeEditorView.h"
 
+#include <QDrag>
+#include <QDragEnterEvent>
+#include <QMimeData>
+#include <QPixmap>
+#include <QUuid>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -40,6 +46,8 @@ CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
     tabScrollView_->didClose = [this](int index) {
         pane_.removeTab(static_cast<std::size_t>(index));
     };
+    tabScrollView_->didStartDrag = [this](int index, QPoint grip) { dragTab(index, grip); };
+    setAcceptDrops(!isFieldEditor());
     if (isFieldEditor()) {
         textView_->setFieldLayout(true);
         tabScrollView_->hide();
@@ -123,6 +131,82 @@ void CodeEditorView::selectTab(int index)
 {
     textView_->setFocus(Qt::MouseFocusReason);
     pane_.selectTab(static_cast<std::size_t>(index));
+}
+
+// --- Dragging tabs
+
+QByteArray CodeEditorView::beginTabDrag(std::size_t index)
+{
+    draggedTab_ = {index, QUuid::createUuid().toByteArray(QUuid::WithoutBraces)};
+    hiddenDragSourceTabView_ = &tabScrollView_->tabView(static_cast<int>(index));
+    hiddenDragSourceTabView_->setHiddenForDrag(true);
+    return draggedTab_->token;
+}
+
+void CodeEditorView::endTabDrag()
+{
+    draggedTab_.reset();
+    if (hiddenDragSourceTabView_)
+        hiddenDragSourceTabView_->setHiddenForDrag(false);
+    hiddenDragSourceTabView_.clear();
+}
+
+void CodeEditorView::dragTab(int index, QPoint grip)
+{
+    EditorTabDragView& tab = tabScrollView_->tabView(index);
+    const QPixmap picture = tab.grab();
+    auto* carried = new QMimeData;
+    auto* drag = new QDrag(this);  // Which is how the column that it is dropped on knows this one.
+    drag->setMimeData(carried);
+    drag->setPixmap(picture);
+    drag->setHotSpot(grip);
+    carried->setData(QLatin1String(tabMimeType), beginTabDrag(static_cast<std::size_t>(index)));
+    const QPointer<CodeEditorView> self = this;
+    drag->exec(Qt::MoveAction);
+    if (self)
+        endTabDrag();
+}
+
+// The column whose tab is dragged, if it may be dropped here: not on its own column.
+CodeEditorView* CodeEditorView::tabSource(const QDropEvent& event) const
+{
+    auto* source = dynamic_cast<CodeEditorView*>(event.source());
+    const QMimeData& carried = *event.mimeData();
+    const bool isOther = source && source != this && source->draggedTab_;
+    const bool isIt = isOther && carried.hasFormat(QLatin1String(tabMimeType)) &&
+                      carried.data(QLatin1String(tabMimeType)) == source->draggedTab_->token;
+    return isIt ? source : nullptr;
+}
+
+void CodeEditorView::dragEnterEvent(QDragEnterEvent* event)
+{
+    dragMoveEvent(event);
+}
+
+void CodeEditorView::dragMoveEvent(QDragMoveEvent* event)
+{
+    if (!tabSource(*event)) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::MoveAction);
+    event->accept();
+}
+
+void CodeEditorView::dropEvent(QDropEvent* event)
+{
+    CodeEditorView* source = tabSource(*event);
+    if (!source) {
+        event->ignore();
+        return;
+    }
+    event->setDropAction(Qt::MoveAction);
+    event->accept();
+    const std::size_t index = source->draggedTab_->sourceIndex;
+    source->endTabDrag();
+    pane_.showDocument(source->pane().tabs().at(index)->document);
+    source->pane().removeTab(index);
+    textView_->setFocus(Qt::MouseFocusReason);
 }
 
 // --- The pane

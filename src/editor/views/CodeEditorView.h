@@ -6,10 +6,21 @@
 #include "editor/views/EditorTabScrollView.h"
 #include "editor/views/TavrelTextView.h"
 
+#include <QByteArray>
+#include <QPointer>
 #include <QTimer>
 #include <QWidget>
 
+#include <functional>
+#include <optional>
+
 namespace tavrel {
+
+/// The tab that is being dragged from a column to another one.
+struct DraggedEditorTab {
+    std::size_t sourceIndex = 0;  // Counted from 0.
+    QByteArray token;             // What the drag carries, so that no other drag is taken for it.
+};
 
 /// What of a column is there.
 enum class EditorColumnKind {
@@ -66,8 +77,19 @@ public:
     double rowHeight() const override { return textView_->editorFont().rowHeight(); }
     const RowLayout& rowLayout() const override { return textView_->rows(); }
 
+    /// The type of what a dragged tab carries: the token of the `DraggedEditorTab`.
+    static constexpr const char* tabMimeType = "com.tavrel-code.editor-tab";
+    /// Begins the drag of a tab, and says what it is to carry. The tab shows as an empty place.
+    QByteArray beginTabDrag(std::size_t index);
+    /// Ends it, wherever the tab has gone.
+    void endTabDrag();
+    const std::optional<DraggedEditorTab>& draggedTab() const { return draggedTab_; }
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void textViewDidChangeRows() override;
@@ -76,6 +98,8 @@ private:
 
     void arrange();
     void selectTab(int index);
+    void dragTab(int index, QPoint grip);
+    CodeEditorView* tabSource(const QDropEvent& event) const;
     void showPosition();
     void updateRange();
     void scrollBarMoved(int value);
@@ -88,6 +112,8 @@ private:
     EditorScrollBar* scrollBar_;
     QTimer rangeTimer_;  // The range follows the text a moment later: no key waits for it.
     bool isShowingPosition_ = false;
+    std::optional<DraggedEditorTab> draggedTab_;
+    QPointer<EditorTabDragView> hiddenDragSourceTabView_;
 };
 
 }  // namespace tavrel

@@ -52,6 +52,7 @@ TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegat
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled);
     setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
     setCursor(Qt::IBeamCursor);
     showDocument();
 }
@@ -165,6 +166,7 @@ void TavrelTextView::resizeEvent(QResizeEvent*)
 void TavrelTextView::storageDidChange(const TextStorage& storage,
                                       std::span<const TextChange> changes)
 {
+    draggedText_.reset();  // What is dragged about is no longer what stands there.
     const std::vector<VisibleRow> before = std::move(visible_);
     if (changes.size() == 1) {
         rows_.replaceText(storage.snapshot(), changes[0].oldRange, changes[0].newLength);
@@ -294,6 +296,8 @@ ViewDecorations TavrelTextView::makeDecorations() const
             state.primaryCursor = std::min(selection.location, rows_.text().length());
         state.secondaryCursors = pane_.secondaryCursorLocations();
     }
+    if (dropLocation_)  // Where the text would go stands a cursor, whatever has the keys.
+        state.primaryCursor = std::min(*dropLocation_, rows_.text().length());
     return ViewDecorations::make(state, visible_, decorationMetrics());
 }
 

@@ -113,6 +113,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
@@ -152,6 +156,12 @@ private:
 
     void beginDrag(const QMouseEvent& event);
     void dragTo(QPointF point);
+    void updateAutoscroll(QPointF point, double margin);
+
+    bool isInSelection(QPointF point) const;
+    void dragText();
+    void dropText(const QDropEvent& event, std::size_t location);
+    void showDropLocation(std::optional<std::size_t> location);
 
     EditorPane& pane_;
     TavrelTextViewDelegate* delegate_;
@@ -183,7 +193,11 @@ private:
     std::optional<VerticalGoal> goal_;
     SelectionDrag drag_;
     bool isDragging_ = false;
-    QPointF dragPoint_;
+    QPointF dragPoint_;  // Of the drag that makes a selection, or of one that is over this view.
+    double autoscrollMargin_ = 0;
+    std::optional<QPointF> textDragStart_;  // The press that may become a drag of text.
+    std::optional<TextRange> draggedText_;  // While text of this view is dragged about.
+    std::optional<std::size_t> dropLocation_;
     QBasicTimer autoscrollTimer_;
     int clickCount_ = 0;
     ulong clickTime_ = 0;

@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tavrel {
 
@@ -88,6 +89,12 @@ void TavrelTextView::beginDrag(const QMouseEvent& event)
         pane_.toggleCursor(location);
         return;
     }
+    const bool isPlain = event.modifiers() == Qt::NoModifier;
+    if (clickCount_ == 1 && isPlain && isInSelection(event.position())) {
+        // Until the mouse moves away nobody knows whether the text is to be carried off.
+        textDragStart_ = event.position();
+        return;
+    }
     pane_.clearSecondaryCursors();
     const TextSnapshot& text = rows_.text();
     if (clickCount_ == 1 && (event.modifiers() & Qt::ShiftModifier)) {
@@ -106,14 +113,27 @@ void TavrelTextView::beginDrag(const QMouseEvent& event)
 
 void TavrelTextView::mouseMoveEvent(QMouseEvent* event)
 {
+    if (textDragStart_) {
+        const double way = (event->position() - *textDragStart_).manhattanLength();
+        if (way >= QGuiApplication::styleHints()->startDragDistance())
+            dragText();
+        return;
+    }
     if (!isDragging_)
         return;
-    dragPoint_ = event->position();
-    dragTo(dragPoint_);
-    const bool isOutside = dragPoint_.y() < 0 || dragPoint_.y() >= height();
-    if (isOutside && !autoscrollTimer_.isActive())
+    dragTo(event->position());
+    updateAutoscroll(event->position(), 0);
+}
+
+// Scrolls on for as long as the point is nearer to an edge than `margin`, or beyond it.
+void TavrelTextView::updateAutoscroll(QPointF point, double margin)
+{
+    dragPoint_ = point;
+    autoscrollMargin_ = margin;
+    const bool isBeyond = point.y() < margin || point.y() >= height() - margin;
+    if (isBeyond && !autoscrollTimer_.isActive())
         autoscrollTimer_.start(autoscrollMilliseconds, this);
-    else if (!isOutside)
+    else if (!isBeyond)
         autoscrollTimer_.stop();
 }
 
@@ -131,6 +151,11 @@ void TavrelTextView::mouseReleaseEvent(QMouseEvent* event)
         return;
     isDragging_ = false;
     autoscrollTimer_.stop();
+    if (std::exchange(textDragStart_, std::nullopt)) {
+        pane_.clearSecondaryCursors();
+        drag_ = SelectionDrag(rows_.text(), offsetAt(event->position()), SelectionUnit::character);
+        pane_.setSelectedRange(drag_.range());
+    }
 }
 
 void TavrelTextView::contextMenuEvent(QContextMenuEvent* event)
@@ -156,10 +181,14 @@ void TavrelTextView::timerEvent(QTimerEvent* event)
         return;
     }
     // The farther the mouse is outside, the faster: a row for each row's height.
-    const double beyond = dragPoint_.y() < 0 ? dragPoint_.y() : dragPoint_.y() - height() + 1;
-    const double rowCount = std::clamp(beyond / font_.rowHeight(), -20.0, 20.0);
+    const double top = dragPoint_.y() - autoscrollMargin_;
+    const double bottom = dragPoint_.y() - height() + autoscrollMargin_ + 1;
+    const double rowCount = std::clamp((top < 0 ? top : bottom) / font_.rowHeight(), -20.0, 20.0);
     scrollBy((rowCount < 0 ? std::floor(rowCount) : std::ceil(rowCount)) * font_.rowHeight());
-    dragTo(dragPoint_);
+    if (dropLocation_)
+        showDropLocation(offsetAt(dragPoint_));
+    else
+        dragTo(dragPoint_);
 }
 
 }  // namespace tavrel

@@ -1,5 +1,7 @@
 #include "ViewTestSupport.h"
 
+#include <QDragEnterEvent>
+#include <QMimeData>
 #include <QWheelEvent>
 
 #include <gtest/gtest.h>
@@ -149,6 +151,60 @@ TEST_F(EditorTabBar, ALongTitleIsCutInItsMiddle)
     EXPECT_LE(tab(0).width(), 240);
     EXPECT_TRUE(bar().tabView(0).shownTitle().endsWith(QStringLiteral(".cpp")));
     EXPECT_EQ(bar().tabView(0).toolTip().size(), 104);
+}
+
+TEST_F(EditorTabBar, ATabIsDraggedOnceTheMouseHasGoneFarEnough)
+{
+    open(2);
+    int drags = 0;
+    bar().didStartDrag = [&drags](int index, QPoint grip) {
+        ++drags;
+        EXPECT_EQ(index, 0);
+        EXPECT_EQ(grip, QPoint(40, 12));
+    };
+    EditorTabDragView& view = bar().tabView(0);
+    const auto moveTo = [&view](QPoint point) {
+        QMouseEvent event(QEvent::MouseMove, point, view.mapToGlobal(point), Qt::NoButton,
+                          Qt::LeftButton, Qt::NoModifier);
+        QCoreApplication::sendEvent(&view, &event);
+    };
+    QTest::mousePress(&view, Qt::LeftButton, {}, QPoint(40, 12));
+    moveTo({43, 12});
+    EXPECT_EQ(drags, 0);
+    moveTo({44, 12});
+    EXPECT_EQ(drags, 1);
+    moveTo({80, 12});
+    EXPECT_EQ(drags, 1);
+    QTest::mouseRelease(&view, Qt::LeftButton, {}, QPoint(80, 12));
+}
+
+TEST_F(EditorTabBar, ADraggedTabLeavesAnEmptyPlaceUntilItEnds)
+{
+    open(2);
+    const QByteArray token = shown.view.beginTabDrag(1);
+    EXPECT_FALSE(token.isEmpty());
+    EXPECT_TRUE(bar().tabView(1).isHiddenForDrag());
+    const QImage picture = bar().grab().toImage();
+    EXPECT_EQ(picture.pixel(tab(1).center()), shown.textView().theme().panelBackground);
+    shown.view.endTabDrag();
+    EXPECT_FALSE(bar().tabView(1).isHiddenForDrag());
+    EXPECT_TRUE(bar().tabView(1).closeMark().isVisible());
+    EXPECT_NE(shown.view.beginTabDrag(1), token);
+}
+
+TEST_F(EditorTabBar, WhatComesFromNoOtherColumnIsRefused)
+{
+    open(2);
+    QMimeData data;
+    data.setData(QLatin1String(CodeEditorView::tabMimeType), shown.view.beginTabDrag(1));
+    QDragEnterEvent enter(QPoint(50, 50), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    enter.accept();
+    QCoreApplication::sendEvent(&shown.view, &enter);
+    EXPECT_FALSE(enter.isAccepted());
+    QDropEvent drop(QPoint(50, 50), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&shown.view, &drop);
+    EXPECT_FALSE(drop.isAccepted());
+    EXPECT_EQ(shown.pane.tabs().size(), 2u);
 }
 
 TEST(FieldEditor, ShowsTheTextAlone)

@@ -125,6 +125,7 @@ TEST(TavrelTextView, ShiftClickAndDragExtend)
     shown.click(1, Qt::ShiftModifier);
     EXPECT_EQ(shown.pane.selectedRange(), (TextRange{1, 3}));
 
+    shown.click(15);
     QTest::lastMouseTimestamp += 2000;
     QTest::mousePress(&shown.textView(), Qt::LeftButton, {}, shown.pointAt(2));
     QTest::mouseMove(&shown.textView(), shown.pointAt(9));
