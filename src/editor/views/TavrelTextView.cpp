@@ -77,6 +77,7 @@ void TavrelTextView::observe(TextStorage* storage)
 void TavrelTextView::showDocument()
 {
     closeCompletions();
+    endPreedit();
     std::shared_ptr<EditorDocument> shown = pane_.activeTab().document;
     observe(&shown->textStorage());
     document_ = std::move(shown);
@@ -127,6 +128,7 @@ void TavrelTextView::updateScale()
 void TavrelTextView::measureFont()
 {
     scale_ = devicePixelRatioF();
+    endPreedit();
     font_ = EditorFont(appearance_.fontName, appearance_.fontSize, scale_);
     rows_.setFont(font_);
     updateWrap();
@@ -308,7 +310,9 @@ void TavrelTextView::setDecorations(ViewDecorations decorations)
     decorations_ = std::move(decorations);
     if (movesPrimary)
         updateMicroFocus(Qt::ImCursorRectangle);
-    if (!changed.isEmpty())
+    if (!preedit_.isEmpty())
+        update();  // What stands beside composed text is not drawn where it is.
+    else if (!changed.isEmpty())
         update(changed);
 }
 

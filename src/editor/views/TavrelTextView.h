@@ -5,6 +5,7 @@
 #include "editor/views/CompletionListView.h"
 #include "editor/views/EditorAppearance.h"
 #include "editor/views/EditorFont.h"
+#include "editor/views/PreeditText.h"
 #include "editor/views/TextSelection.h"
 #include "editor/views/ViewDecorations.h"
 #include "editor/views/ViewRows.h"
@@ -93,6 +94,9 @@ public:
     /// shortcuts come last. May be empty.
     std::function<bool(const QKeyEvent&)> menuShortcut;
 
+    /// What an input method is composing at the cursor.
+    const PreeditText& preedit() const { return preedit_; }
+
     /// Whether keys go to this view as soon as its window has them.
     bool isFirstResponder() const;
 
@@ -141,7 +145,17 @@ private:
     QRect rowRect(const VisibleRow& row) const;
 
     void paintRow(QPainter& painter, const VisibleRow& row, const QRect& clip) const;
-    void paintPreedit(QPainter& painter) const;
+    /// Where the composed text stands, and how its row makes room for it.
+    struct PreeditPlace {
+        const VisibleRow* row;
+        double x;      // Where the cursor is in the row without it.
+        double shift;  // Of the whole row, at most 0: so that its end is in sight.
+    };
+    std::optional<PreeditPlace> preeditPlace() const;
+    QRectF preeditCursorRect(const PreeditPlace& place) const;
+    void paintPreeditRow(QPainter& painter, const PreeditPlace& place) const;
+    QRectF besidePreedit(const QRectF& rect, const std::optional<PreeditPlace>& place) const;
+    void endPreedit();
 
     /// Whether the key types text where no binding takes it.
     static bool isTyping(const QKeyEvent& event, const KeyEvent& key);
@@ -177,7 +191,7 @@ private:
     ScrollOrigin origin_;
     std::vector<VisibleRow> visible_;  // As drawn, or about to be.
     ViewDecorations decorations_;      // Likewise.
-    QString preedit_;
+    PreeditText preedit_;
 
     QPointer<CompletionListView> completionList_;  // A child of the window.
     std::optional<TextRange> completionRange_;     // What a word would replace, while it is shown.
