@@ -218,15 +218,37 @@ void EditorPane::editorDocumentDidChange(EditorDocument& changed, const EditorPa
 {
     if (source == this)
         return;
-    if (view_)
-        view_->paneDidChangeTabs();
+    tellTabsChanged();
     if (&changed != &document())
         return;
     setSelectedRanges(selectedRanges_);
     setCursors(normalisedCursors(selectedRange()));
-    if (needsStyling && view_)
-        view_->paneDidShowDocument();
+    if (needsStyling) {
+        if (view_)
+            view_->paneDidShowDocument();
+        gitMarks_.schedule(0.0);
+    }
     refreshStatus();
+}
+
+void EditorPane::editorDocumentDidMove(EditorDocument& moved)
+{
+    // A document whose file has gone stays in the language it had.
+    for (const std::shared_ptr<EditorTab>& tab : tabs_) {
+        if (tab->document.get() == &moved && moved.url)
+            tab->language = languageMode(moved.url);
+    }
+    tellTabsChanged();
+    if (&moved != &document())
+        return;
+    gitMarks_.schedule(0.0);
+    refreshStatus();
+}
+
+void EditorPane::editorDocumentDidChangeGitLineDiff(EditorDocument& changed)
+{
+    if (&changed == &document() && view_)
+        view_->paneDidChangeGitLineDiff();
 }
 
 }  // namespace tavrel

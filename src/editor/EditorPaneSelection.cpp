@@ -127,10 +127,15 @@ const SelectedWordOccurrences* EditorPane::validOccurrences()
 /// Another pane, or nobody, has changed the text: what is selected here stays on its text.
 void EditorPane::storageDidChange(const TextStorage& storage, std::span<const TextChange> changes)
 {
-    if (isChangingText_)
+    const bool isShown = &document().textStorage() == &storage;
+    if (isShown && colorPanelReplacementRange_)
+        colorPanelReplacementRange_ = LocationMap(changes).mapped(*colorPanelReplacementRange_);
+    if (isChangingText_) {
+        gitMarks_.schedule(EditorGitMarks::delayAfterEdit);
         return;
+    }
     const LocationMap map(changes);
-    if (&document().textStorage() == &storage) {
+    if (isShown) {
         activeTab().selectedRange = selectedRange();
         for (TextRange& range : selectedRanges_)
             range = map.mapped(range);

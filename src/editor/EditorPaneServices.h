@@ -10,6 +10,7 @@ namespace tavrel {
 class Calendar;
 class Clock;
 class FileSystem;
+class GitLineDiffer;
 struct LanguageMode;
 class MainQueue;
 class Pasteboard;
@@ -27,6 +28,8 @@ struct EditorPaneServices {
     /// The language of a file, never null, also for a text without one. Empty: every text is plain.
     std::function<std::shared_ptr<const LanguageMode>(const std::optional<std::filesystem::path>&)>
         languageModeForURL = {};
+    /// Null: there are no line marks.
+    GitLineDiffer* gitLineDiffer = nullptr;
 };
 
 /// The preferences a pane follows.

@@ -67,6 +67,16 @@ const EditorUndoGroup* UndoHistory::redo()
     return &undoStack_.back();
 }
 
+void UndoHistory::markModified()
+{
+    for (std::deque<EditorUndoGroup>* stack : {&undoStack_, &redoStack_}) {
+        for (EditorUndoGroup& group : *stack) {
+            for (EditorUndoSnapshot& snapshot : group.snapshots)
+                snapshot.beforeIsModified = snapshot.afterIsModified = true;
+        }
+    }
+}
+
 void UndoHistory::clear()
 {
     undoStack_.clear();

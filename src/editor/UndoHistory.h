@@ -65,6 +65,9 @@ public:
     /// Moves the group undone last back to the undo stack, closed to later edits.
     const EditorUndoGroup* redo();
 
+    /// From now on the text counts as modified whatever is undone: its file has gone.
+    void markModified();
+
     void clear();
 
     const std::deque<EditorUndoGroup>& undoStack() const { return undoStack_; }

@@ -91,6 +91,8 @@ void requireSound(EditorPane& pane)
 EditorCommand command(Bytes& bytes)
 {
     const CommandTableRow& row = commandTable[bytes.next() % commandTable.size()];
+    if (row.name == "closeFile")  // The history would go with the document.
+        return {"deselect", {}};
     EditorCommand command{std::string(row.name), {}};
     const auto number = static_cast<std::int8_t>(bytes.next());
     if (row.argument.kind != CommandArgument::Kind::none && number != 0)
