@@ -11,10 +11,13 @@
 #include "config/SettingsReloader.h"
 #include "editor/views/CodeEditorView.h"
 #include "editor/views/ViewTheme.h"
+#include "git/GitLineDiffer.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/PrivateFolder.h"
+#include "platform/SerialQueue.h"
+#include "platform/ThreadPool.h"
 #include "platform/Utf8.h"
 #include "platform/qt/QtFolderWatch.h"
 #include "platform/qt/QtMainQueue.h"
@@ -31,10 +34,15 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace tavrel {
 
 namespace {
+
+// One for long work, one for what must not wait for that.
+constexpr std::size_t backgroundThreads = 2;
 
 QPalette paletteOf(const ViewTheme& theme)
 {
@@ -72,12 +80,13 @@ class ApplicationRun final : private SettingsReloaderDelegate, private SettingsO
 public:
     ApplicationRun(const ProgramOptions& options, FileLoader& loader, PosixFileSystem& fileSystem,
                    PreferencesStore& store)
-        : options_(options), loader_(loader),
+        : options_(options), loader_(loader), fileSystem_(fileSystem),
           privateFolder_(PrivateFolder::create(fileSystem, environmentPath("XDG_RUNTIME_DIR"),
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
           store_(store),
           window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_),
-                   [this](const auto& url) { return store_.languageMode(url); }},
+                   [this](const auto& url) { return store_.languageMode(url); },
+                   makeGitLineDiffer()},
                   options.size, store_.values()),
           reloader_(store_, mainQueue_, *this, [](FolderWatchDelegate& delegate) {
               return std::make_unique<QtFolderWatch>(delegate);
@@ -124,6 +133,17 @@ private:
     void settingsOpenerDidReport(std::string_view status) override { report(status); }
     void report(std::string_view status) { window_.statusLine().setText(utf16FromUtf8(status)); }
 
+    // Null where there is no git, or no folder for what it compares.
+    GitLineDiffer* makeGitLineDiffer()
+    {
+        const Environment environment = Environment::ofThisProcess();
+        const std::optional<std::string> program = GitTool::findProgram(environment);
+        if (!program || !privateFolder_)
+            return nullptr;
+        return &gitLineDiffer_.emplace(GitTool(*program, environment), fileSystem_, *privateFolder_,
+                                       gitQueue_, mainQueue_);
+    }
+
     void showLoaded()
     {
         while (std::optional<FileLoader::Loaded> loaded = loader_.takeNext())
@@ -151,11 +171,15 @@ private:
 
     const ProgramOptions& options_;
     FileLoader& loader_;
+    PosixFileSystem& fileSystem_;
     SteadyClock clock_;
     QtMainQueue mainQueue_;
+    ThreadPool globalQueue_{backgroundThreads};
     QtPasteboard pasteboard_;
     LocalCalendar calendar_;
     tl::expected<PrivateFolder, FileError> privateFolder_;
+    std::optional<GitLineDiffer> gitLineDiffer_;  // Outlives its work, which the queue waits for.
+    SerialQueue gitQueue_{globalQueue_, "TavrelCode.GitLineDiff"};
     PreferencesStore& store_;
     MainWindow window_;
     SettingsReloader reloader_;

@@ -1,5 +1,6 @@
 #include "app/EditorColumns.h"
 
+#include "editor/OpenDocuments.h"
 #include "editor/views/CodeEditorView.h"
 #include "platform/Utf8.h"
 
@@ -52,7 +53,7 @@ void EditorColumns::addColumn()
     column.pane->setDelegate(this);
     const std::size_t index = columns_.size();
     column.view->setAccessibleName(QStringLiteral("Editor %1").arg(index + 1));
-    column.view->didBecomeActive = [this, index] { activate(index); };
+    column.view->setTabDrag(&tabDrag_);
     column.view->didChangeTabs = [this] {
         if (didChangeTabs)
             didChangeTabs();
@@ -228,6 +229,10 @@ bool EditorColumns::runColumnCommand(const EditorCommand& command)
             return true;
         }
     }
+    if (command.name == "closeAllFiles") {
+        closeAllTabs();
+        return true;
+    }
     if (command.name == "newView") {
         showNewViewOfFile();
         return true;
@@ -245,18 +250,22 @@ void EditorColumns::moveActiveTab(std::size_t index)
 {
     if (index >= visibleCount_ || index == activeIndex_)
         return;
-    EditorPane& source = currentPane();
-    pane(index).showDocument(source.activeTab().document);
-    source.removeTab(source.activeTabIndex());
+    moveTab(currentPane(), currentPane().activeTabIndex(), pane(index));
     focusColumn(index);
+}
+
+void EditorColumns::closeAllTabs()
+{
+    for (const Column& column : columns_) {
+        if (column.pane->closeAllTabs() == TabClosing::cancelled)
+            return;
+    }
 }
 
 void EditorColumns::checkDisk()
 {
-    for (const std::shared_ptr<EditorDocument>& document : documents()) {
-        if (document->url)
-            reloadUnmodified(*document->url);
-    }
+    for (const Column& column : columns_)
+        column.pane->checkDisk();
 }
 
 void EditorColumns::reloadUnmodified(const std::filesystem::path& path)

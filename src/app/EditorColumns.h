@@ -3,6 +3,7 @@
 #include "app/ModalDialogs.h"
 #include "config/Preferences.h"
 #include "editor/EditorPane.h"
+#include "editor/EditorTabDrag.h"
 #include "editor/views/EditorAppearance.h"
 
 #include <QWidget>
@@ -52,6 +53,9 @@ public:
     /// Saves the active document by itself, if the preferences want that.
     void autosaveCurrent();
 
+    /// Closes the tabs of every column, also those out of sight, after asking about each modified
+    /// document; the first refusal ends it.
+    void closeAllTabs();
     /// Looks at the files of all tabs, and takes over or asks about those that have changed.
     void checkDisk();
     /// Takes over what the program itself has written to a file, unless a tab on it is modified.
@@ -109,6 +113,7 @@ private:
     std::vector<KeyMapEntry> keymap_;
     std::size_t maximumCount_;
     ModalDialogs* dialogs_ = nullptr;
+    EditorTabDrag tabDrag_;
     std::vector<Column> columns_;  // Never empty.
     std::size_t visibleCount_ = 1;
     std::size_t activeIndex_ = 0;            // Below `visibleCount_`.

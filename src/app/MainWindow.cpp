@@ -217,8 +217,7 @@ void MainWindow::updateWatchedFiles()
 
 void MainWindow::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!localFiles(*event->mimeData()).empty())
-        event->acceptProposedAction();
+    event->setAccepted(!localFiles(*event->mimeData()).empty());
 }
 
 void MainWindow::dropEvent(QDropEvent* event)

@@ -1,10 +1,11 @@
 #include "editor/views/CodeEditorView.h"
 
+#include <QColorDialog>
 #include <QDrag>
 #include <QDragEnterEvent>
 #include <QMimeData>
 #include <QPixmap>
-#include <QUuid>
+#include <QSignalBlocker>
 
 #include <algorithm>
 #include <cmath>
@@ -20,6 +21,12 @@ constexpr int rangeDelayMilliseconds = 100;
 constexpr int fieldInsetX = 2;
 constexpr int fieldInsetY = 3;
 
+QString tabType()
+{
+    return QString::fromLatin1(editorTabDragType.data(),
+                               static_cast<qsizetype>(editorTabDragType.size()));
+}
+
 int clampedToInt(std::size_t value)
 {
     return static_cast<int>(
@@ -29,9 +36,8 @@ int clampedToInt(std::size_t value)
 }  // namespace
 
 CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
-                               const EditorAppearance& appearance, EditorColumnKind kind)
-    : QWidget(parent), pane_(pane), kind_(kind),
-      tabScrollView_(new EditorTabScrollView(appearance.theme, this)),
+                               const EditorAppearance& appearance)
+    : QWidget(parent), pane_(pane), tabScrollView_(new EditorTabScrollView(appearance.theme, this)),
       textView_(new TavrelTextView(pane, nullptr, this, appearance)),
       lineNumberGutterView_(new EditorLineNumberGutterView(*textView_, this)),
       scrollBar_(new EditorScrollBar(textView_->theme(), this))
@@ -44,7 +50,7 @@ CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
             [this](int value) { scrollBarMoved(value); });
     tabScrollView_->didSelect = [this](int index) { selectTab(index); };
     tabScrollView_->didClose = [this](int index) {
-        pane_.removeTab(static_cast<std::size_t>(index));
+        pane_.closeTab(static_cast<std::size_t>(index));
     };
     tabScrollView_->didStartDrag = [this](int index, QPoint grip) { dragTab(index, grip); };
     setAcceptDrops(!isFieldEditor());
@@ -106,11 +112,6 @@ void CodeEditorView::arrange()
     scrollBar_->setGeometry(width() - bar, top, bar, height() - top);
 }
 
-void CodeEditorView::setLineDiff(std::optional<GitLineDiff> diff)
-{
-    lineNumberGutterView_->setLineDiff(std::move(diff));
-}
-
 // --- Tabs
 
 void CodeEditorView::paneDidChangeTabs()
@@ -135,47 +136,32 @@ void CodeEditorView::selectTab(int index)
 
 // --- Dragging tabs
 
-QByteArray CodeEditorView::beginTabDrag(std::size_t index)
-{
-    draggedTab_ = {index, QUuid::createUuid().toByteArray(QUuid::WithoutBraces)};
-    hiddenDragSourceTabView_ = &tabScrollView_->tabView(static_cast<int>(index));
-    hiddenDragSourceTabView_->setHiddenForDrag(true);
-    return draggedTab_->token;
-}
-
-void CodeEditorView::endTabDrag()
-{
-    draggedTab_.reset();
-    if (hiddenDragSourceTabView_)
-        hiddenDragSourceTabView_->setHiddenForDrag(false);
-    hiddenDragSourceTabView_.clear();
-}
-
 void CodeEditorView::dragTab(int index, QPoint grip)
 {
+    if (!tabDrag_)
+        return;
+    const std::string token = tabDrag_->begin(pane_, static_cast<std::size_t>(index));
     EditorTabDragView& tab = tabScrollView_->tabView(index);
-    const QPixmap picture = tab.grab();
     auto* carried = new QMimeData;
-    auto* drag = new QDrag(this);  // Which is how the column that it is dropped on knows this one.
+    auto* drag = new QDrag(this);
     drag->setMimeData(carried);
-    drag->setPixmap(picture);
+    drag->setPixmap(tab.grab());
     drag->setHotSpot(grip);
-    carried->setData(QLatin1String(tabMimeType), beginTabDrag(static_cast<std::size_t>(index)));
+    carried->setData(tabType(), QByteArray::fromStdString(token));
+    hiddenDragSourceTabView_ = &tab;
+    tab.setHiddenForDrag(true);
+    EditorTabDrag& tabDrag = *tabDrag_;
     const QPointer<CodeEditorView> self = this;
     drag->exec(Qt::MoveAction);
-    if (self)
-        endTabDrag();
+    tabDrag.end();
+    if (self && self->hiddenDragSourceTabView_)
+        self->hiddenDragSourceTabView_->setHiddenForDrag(false);
 }
 
-// The column whose tab is dragged, if it may be dropped here: not on its own column.
-CodeEditorView* CodeEditorView::tabSource(const QDropEvent& event) const
+bool CodeEditorView::canTakeTab(const QDropEvent& event) const
 {
-    auto* source = dynamic_cast<CodeEditorView*>(event.source());
-    const QMimeData& carried = *event.mimeData();
-    const bool isOther = source && source != this && source->draggedTab_;
-    const bool isIt = isOther && carried.hasFormat(QLatin1String(tabMimeType)) &&
-                      carried.data(QLatin1String(tabMimeType)) == source->draggedTab_->token;
-    return isIt ? source : nullptr;
+    return tabDrag_ && event.mimeData()->hasFormat(tabType()) &&
+           tabDrag_->canDrop(pane_, event.mimeData()->data(tabType()).toStdString());
 }
 
 void CodeEditorView::dragEnterEvent(QDragEnterEvent* event)
@@ -185,7 +171,7 @@ void CodeEditorView::dragEnterEvent(QDragEnterEvent* event)
 
 void CodeEditorView::dragMoveEvent(QDragMoveEvent* event)
 {
-    if (!tabSource(*event)) {
+    if (!canTakeTab(*event)) {
         event->ignore();
         return;
     }
@@ -195,17 +181,13 @@ void CodeEditorView::dragMoveEvent(QDragMoveEvent* event)
 
 void CodeEditorView::dropEvent(QDropEvent* event)
 {
-    CodeEditorView* source = tabSource(*event);
-    if (!source) {
+    if (!canTakeTab(*event)) {
         event->ignore();
         return;
     }
     event->setDropAction(Qt::MoveAction);
     event->accept();
-    const std::size_t index = source->draggedTab_->sourceIndex;
-    source->endTabDrag();
-    pane_.showDocument(source->pane().tabs().at(index)->document);
-    source->pane().removeTab(index);
+    tabDrag_->drop(pane_, event->mimeData()->data(tabType()).toStdString());
     textView_->setFocus(Qt::MouseFocusReason);
 }
 
@@ -223,7 +205,10 @@ void CodeEditorView::paneDidChangeSelection()
     textView_->refreshDecorations();
 }
 
-void CodeEditorView::paneDidChangeGitLineDiff() {}
+void CodeEditorView::paneDidChangeGitLineDiff()
+{
+    lineNumberGutterView_->setLineDiff(pane_.gitLineDiff());
+}
 
 void CodeEditorView::paneWantsFocus()
 {
@@ -275,8 +260,49 @@ void CodeEditorView::textViewDidScroll(int dy)
 
 void CodeEditorView::textViewDidBecomeFirstResponder()
 {
-    if (didBecomeActive)
-        didBecomeActive();
+    pane_.didBecomeFirstResponder();
+}
+
+void CodeEditorView::textViewDidEndEditing()
+{
+    pane_.didEndEditing();
+}
+
+// --- The colour panel
+
+QColorDialog* CodeEditorView::colorPanel() const
+{
+    return colorPanel_;
+}
+
+void CodeEditorView::paneWantsColorPanel(Color color)
+{
+    // The toolkit's own, so that it tells of every colour on the way and looks alike everywhere.
+    if (!colorPanel_) {
+        colorPanel_ = new QColorDialog(this);
+        colorPanel_->setAttribute(Qt::WA_DeleteOnClose);
+        colorPanel_->setOptions(QColorDialog::DontUseNativeDialog | QColorDialog::NoButtons);
+        colorPanel_->setWindowTitle(QStringLiteral("Color"));
+        colorPanel_->setModal(false);
+        connect(colorPanel_, &QColorDialog::currentColorChanged, this,
+                [this](const QColor& picked) {
+                    const QColor standard = picked.toRgb();
+                    pane_.pickColor(standard.redF(), standard.greenF(), standard.blueF());
+                });
+        connect(colorPanel_, &QDialog::finished, this, [this] { pane_.endColorPicking(); });
+    }
+    {
+        const QSignalBlocker blocker(colorPanel_.data());  // The colour that is there is no choice.
+        colorPanel_->setCurrentColor(QColor(color.red, color.green, color.blue));
+    }
+    colorPanel_->show();
+    colorPanel_->raise();
+}
+
+void CodeEditorView::paneDidEndColorPicking()
+{
+    if (colorPanel_)
+        colorPanel_->close();
 }
 
 void CodeEditorView::updateRange()

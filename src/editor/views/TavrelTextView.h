@@ -14,6 +14,7 @@
 
 #include <QBasicTimer>
 #include <QPointer>
+#include <QUrl>
 #include <QWidget>
 
 #include <cstdint>
@@ -23,6 +24,8 @@
 #include <span>
 #include <string>
 #include <vector>
+
+class QMenu;
 
 namespace tavrel {
 
@@ -36,6 +39,8 @@ public:
     virtual void textViewDidScroll(int dy) = 0;
     /// The view has become the one that takes keys.
     virtual void textViewDidBecomeFirstResponder() = 0;
+    /// The view takes the keys no longer.
+    virtual void textViewDidEndEditing() = 0;
 };
 
 /// Shows the text of a pane's active tab, and turns keys, input methods and the mouse into calls of
@@ -90,6 +95,8 @@ public:
     /// Sees every key but those of the completion list before the pane does; true ends the matter.
     /// May be empty.
     std::function<bool(const KeyEvent&)> keyInterceptor;
+    /// Opens an address that was clicked, in place of the desktop's own program. May be empty.
+    std::function<void(const QUrl&)> openLink;
     /// Offered each chord that the pane does not know before it is taken as text, so that a menu's
     /// shortcuts come last. May be empty.
     std::function<bool(const QKeyEvent&)> menuShortcut;
@@ -168,7 +175,11 @@ private:
     void closeStaleCompletions();
     void acceptCompletion(int index);
 
+    /// Whether the click is done with: it picked a colour, opened something or placed a cursor.
+    bool handleSpecialClick(const QMouseEvent& event);
     void beginDrag(const QMouseEvent& event);
+    void followLink(const QString& address);
+    void addLinkItems(QMenu& menu, const QString& address);
     void dragTo(QPointF point);
     void updateAutoscroll(QPointF point, double margin);
 
@@ -206,6 +217,7 @@ private:
     };
     std::optional<VerticalGoal> goal_;
     SelectionDrag drag_;
+    bool hasTakenRightClick_ = false;  // The press before a menu has done something else.
     bool isDragging_ = false;
     QPointF dragPoint_;  // Of the drag that makes a selection, or of one that is over this view.
     double autoscrollMargin_ = 0;

@@ -78,8 +78,10 @@ void TavrelTextView::dragText()
 
 void TavrelTextView::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (!isText(*event->mimeData()))
+    if (!isText(*event->mimeData())) {
+        event->ignore();
         return;
+    }
     event->acceptProposedAction();
     showDropLocation(offsetAt(event->position()));
 }

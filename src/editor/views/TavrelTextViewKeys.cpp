@@ -146,6 +146,8 @@ void TavrelTextView::focusOutEvent(QFocusEvent*)
 {
     closeCompletions();
     refreshDecorations();
+    if (delegate_)
+        delegate_->textViewDidEndEditing();
 }
 
 // --- Input methods

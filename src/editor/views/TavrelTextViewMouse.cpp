@@ -1,6 +1,9 @@
 #include "editor/views/TavrelTextView.h"
 
+#include "platform/Pasteboard.h"
+
 #include <QContextMenuEvent>
+#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QMenu>
@@ -28,12 +31,19 @@ struct ContextItem {
 };
 
 constexpr ContextItem contextItems[] = {
-    {u"Cut", "cut"},
-    {u"Copy", "copy"},
-    {u"Paste", "paste"},
-    {u"", nullptr},
-    {u"Select All", "selectAll"},
+    {u"Undo", "undo"}, {u"Redo", "redo"},   {u"", nullptr}, {u"Cut", "cut"},
+    {u"Copy", "copy"}, {u"Paste", "paste"}, {u"", nullptr}, {u"Select All", "selectAll"},
 };
+
+Qt::KeyboardModifier commandModifierOf(CommandKey key)
+{
+    return key == CommandKey::ctrl ? Qt::ControlModifier : Qt::MetaModifier;
+}
+
+Qt::KeyboardModifier controlModifierOf(CommandKey key)
+{
+    return key == CommandKey::ctrl ? Qt::MetaModifier : Qt::ControlModifier;
+}
 
 }  // namespace
 
@@ -57,7 +67,14 @@ void TavrelTextView::mousePressEvent(QMouseEvent* event)
 {
     closeCompletions();
     pane_.clearLastActionWasTyping();
-    if (event->button() != Qt::LeftButton)
+    if (!preedit_.isEmpty())
+        QGuiApplication::inputMethod()->commit();
+    if (event->button() == Qt::RightButton) {
+        // A colour takes the place of the menu that would follow.
+        hasTakenRightClick_ = pane_.beginColorPicking(offsetAt(event->position()));
+        return;
+    }
+    if (event->button() != Qt::LeftButton || handleSpecialClick(*event))
         return;
     const bool isNear = (event->position() - clickPoint_).manhattanLength() < clickSlop;
     const auto interval =
@@ -67,12 +84,37 @@ void TavrelTextView::mousePressEvent(QMouseEvent* event)
     beginDrag(*event);
 }
 
+bool TavrelTextView::handleSpecialClick(const QMouseEvent& event)
+{
+    const std::size_t location = offsetAt(event.position());
+    const bool isCommand = event.modifiers() & commandModifierOf(appearance_.commandKey);
+    const bool isControl = event.modifiers() & controlModifierOf(appearance_.commandKey);
+    if (isControl && !isCommand)
+        return pane_.beginColorPicking(location);
+    if (isCommand) {
+        if (const std::optional<std::u16string> link = pane_.linkAt(location)) {
+            followLink(QString::fromStdU16String(*link));
+            return true;
+        }
+        setFocus(Qt::MouseFocusReason);
+        pane_.toggleCursor(location);
+        return true;
+    }
+    const auto keys = event.modifiers() & ~Qt::KeypadModifier;
+    return keys == Qt::NoModifier && pane_.clickedAt(location);
+}
+
 void TavrelTextView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     closeCompletions();
     pane_.clearLastActionWasTyping();
     if (event->button() != Qt::LeftButton)
         return;
+    // The second of two clicks that place cursors is a click like the first.
+    if (event->modifiers() & commandModifierOf(appearance_.commandKey)) {
+        handleSpecialClick(*event);
+        return;
+    }
     clickCount_ = 2;
     beginDrag(*event);
 }
@@ -81,14 +123,8 @@ void TavrelTextView::beginDrag(const QMouseEvent& event)
 {
     clickTime_ = event.timestamp();
     clickPoint_ = event.position();
-    if (!preedit_.isEmpty())
-        QGuiApplication::inputMethod()->commit();
     setFocus(Qt::MouseFocusReason);
     const std::size_t location = offsetAt(event.position());
-    if (event.modifiers() & Qt::ControlModifier) {
-        pane_.toggleCursor(location);
-        return;
-    }
     const bool isPlain = event.modifiers() == Qt::NoModifier;
     if (clickCount_ == 1 && isPlain && isInSelection(event.position())) {
         // Until the mouse moves away nobody knows whether the text is to be carried off.
@@ -158,10 +194,30 @@ void TavrelTextView::mouseReleaseEvent(QMouseEvent* event)
     }
 }
 
+void TavrelTextView::followLink(const QString& address)
+{
+    const QUrl url(address);
+    const QString scheme = url.scheme().toLower();
+    if (openLink)
+        openLink(url);
+    else if (scheme == QLatin1String("http") || scheme == QLatin1String("https"))
+        QDesktopServices::openUrl(url);
+}
+
+// --- The menu
+
 void TavrelTextView::contextMenuEvent(QContextMenuEvent* event)
 {
+    event->accept();
+    const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
+    if (isByMouse && std::exchange(hasTakenRightClick_, false))
+        return;
+    const std::size_t location =
+        isByMouse ? offsetAt(event->pos()) : pane_.selectedRange().location;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (const std::optional<std::u16string> link = pane_.linkAt(location))
+        addLinkItems(*menu, QString::fromStdU16String(*link));
     for (const ContextItem& item : contextItems) {
         if (!item.command) {
             menu->addSeparator();
@@ -171,7 +227,20 @@ void TavrelTextView::contextMenuEvent(QContextMenuEvent* event)
             pane_.runCommand(EditorCommand{command, {}});
         });
     }
-    menu->popup(event->globalPos());
+    QPoint place = event->globalPos();
+    const std::optional<QRectF> cursor = cursorRectAt(location);
+    if (!isByMouse && cursor)
+        place = mapToGlobal(cursor->bottomLeft().toPoint());
+    menu->popup(place);
+}
+
+void TavrelTextView::addLinkItems(QMenu& menu, const QString& address)
+{
+    menu.addAction(QStringLiteral("Open Link"), this, [this, address] { followLink(address); });
+    menu.addAction(QStringLiteral("Copy Link"), this, [this, address] {
+        pane_.services().pasteboard.setContents({address.toStdU16String(), {}});
+    });
+    menu.addSeparator();
 }
 
 void TavrelTextView::timerEvent(QTimerEvent* event)

@@ -67,7 +67,7 @@ TEST(EditorLineNumberGutterView, ChangedLinesHaveABarAtTheRightEdge)
     ShownPane shown(u"one\ntwo\n" + std::u16string(200, u'x') + u"\nlast");
     GitLineDiff diff;
     diff.changedLines = {{1, 1, GitLineChangeKind::added}, {3, 1, GitLineChangeKind::modified}};
-    shown.view.setLineDiff(diff);
+    shown.setLineDiff(diff);
     EditorLineNumberGutterView& gutter = shown.view.lineNumberGutterView();
     const double row = shown.textView().editorFont().rowHeight();
     const std::vector<Mark> expected{{0, MarkKind::added},
@@ -89,7 +89,7 @@ TEST(EditorLineNumberGutterView, WhatIsMissingIsMarkedBetweenTheLines)
     ShownPane shown(u"one\ntwo\nlast");
     GitLineDiff diff;
     diff.deletedAfterLines = {0, 1, 3};
-    shown.view.setLineDiff(diff);
+    shown.setLineDiff(diff);
     EditorLineNumberGutterView& gutter = shown.view.lineNumberGutterView();
     const double row = shown.textView().editorFont().rowHeight();
     const std::vector<Mark> expected{
@@ -103,7 +103,7 @@ TEST(EditorLineNumberGutterView, BehindALastLineFeedTheMarkStandsAboveTheEmptyLi
     ShownPane shown(u"one\ntwo\n");
     GitLineDiff diff;
     diff.deletedAfterLines = {2};
-    shown.view.setLineDiff(diff);
+    shown.setLineDiff(diff);
     const double row = shown.textView().editorFont().rowHeight();
     EXPECT_EQ(shown.view.lineNumberGutterView().marks(),
               (std::vector<Mark>{{2 * row - 1, MarkKind::removed}}));
@@ -116,16 +116,16 @@ TEST(EditorLineNumberGutterView, MarksScrollWithTheirLinesAndOnlyWhatChangedIsDr
     for (std::int64_t line = 3; line < 300; line += 7)
         diff.changedLines.push_back({line, 2, GitLineChangeKind::modified});
     diff.deletedAfterLines = {11, 12, 40};
-    shown.view.setLineDiff(diff);
+    shown.setLineDiff(diff);
     EXPECT_TRUE(shown.showsWhatIsThere());
     for (const double distance : {5.0, 100.0, -30.0, 2000.0, -7.0}) {
         shown.textView().scrollBy(distance);
         EXPECT_TRUE(shown.showsWhatIsThere()) << distance;
     }
     diff.changedLines.erase(diff.changedLines.begin() + 3);
-    shown.view.setLineDiff(diff);
+    shown.setLineDiff(diff);
     EXPECT_TRUE(shown.showsWhatIsThere());
-    shown.view.setLineDiff(std::nullopt);
+    shown.setLineDiff(std::nullopt);
     EXPECT_TRUE(shown.view.lineNumberGutterView().marks().empty());
     EXPECT_TRUE(shown.showsWhatIsThere());
 }

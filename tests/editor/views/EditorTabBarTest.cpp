@@ -178,33 +178,48 @@ TEST_F(EditorTabBar, ATabIsDraggedOnceTheMouseHasGoneFarEnough)
     QTest::mouseRelease(&view, Qt::LeftButton, {}, QPoint(80, 12));
 }
 
-TEST_F(EditorTabBar, ADraggedTabLeavesAnEmptyPlaceUntilItEnds)
+TEST_F(EditorTabBar, ADraggedTabLeavesAnEmptyPlace)
 {
     open(2);
-    const QByteArray token = shown.view.beginTabDrag(1);
-    EXPECT_FALSE(token.isEmpty());
-    EXPECT_TRUE(bar().tabView(1).isHiddenForDrag());
+    bar().tabView(1).setHiddenForDrag(true);
     const QImage picture = bar().grab().toImage();
     EXPECT_EQ(picture.pixel(tab(1).center()), shown.textView().theme().panelBackground);
-    shown.view.endTabDrag();
-    EXPECT_FALSE(bar().tabView(1).isHiddenForDrag());
+    bar().tabView(1).setHiddenForDrag(false);
     EXPECT_TRUE(bar().tabView(1).closeMark().isVisible());
-    EXPECT_NE(shown.view.beginTabDrag(1), token);
+    EXPECT_NE(bar().grab().toImage(), picture);
 }
 
-TEST_F(EditorTabBar, WhatComesFromNoOtherColumnIsRefused)
+// Holds a tab over a column, and lets it go there. Answers whether it was taken.
+bool dropTab(CodeEditorView& target, const std::string& token)
+{
+    QMimeData data;
+    data.setData(QLatin1String("com.tavrel-code.editor-tab"), QByteArray::fromStdString(token));
+    // The text view does not take it, so it comes up to the column.
+    QDragEnterEvent enter(QPoint(50, 50), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&target.textView(), &enter);
+    QDropEvent drop(QPoint(50, 50), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&target, &drop);
+    EXPECT_EQ(enter.isAccepted(), drop.isAccepted());
+    return drop.isAccepted();
+}
+
+TEST_F(EditorTabBar, ATabMovesToAnotherColumnButNotToItsOwn)
 {
     open(2);
-    QMimeData data;
-    data.setData(QLatin1String(CodeEditorView::tabMimeType), shown.view.beginTabDrag(1));
-    QDragEnterEvent enter(QPoint(50, 50), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    enter.accept();
-    QCoreApplication::sendEvent(&shown.view, &enter);
-    EXPECT_FALSE(enter.isAccepted());
-    QDropEvent drop(QPoint(50, 50), Qt::MoveAction, &data, Qt::LeftButton, Qt::NoModifier);
-    QCoreApplication::sendEvent(&shown.view, &drop);
-    EXPECT_FALSE(drop.isAccepted());
+    ShownPane other(u"other");
+    EditorTabDrag tabDrag;
+    shown.view.setTabDrag(&tabDrag);
+    other.view.setTabDrag(&tabDrag);
+    const std::string token = tabDrag.begin(shown.pane, 0);
+    EXPECT_FALSE(dropTab(shown.view, token));
+    EXPECT_FALSE(dropTab(other.view, "another"));
     EXPECT_EQ(shown.pane.tabs().size(), 2u);
+    EXPECT_TRUE(dropTab(other.view, token));
+    EXPECT_EQ(shown.pane.tabs().size(), 1u);
+    EXPECT_EQ(bar().tabCount(), 1);
+    EXPECT_EQ(other.view.tabScrollView().tabView(1).face().title, QStringLiteral("file0.cpp"));
+    EXPECT_TRUE(other.view.tabScrollView().tabView(1).face().isActive);
+    EXPECT_FALSE(dropTab(other.view, token));
 }
 
 TEST(FieldEditor, ShowsTheTextAlone)
@@ -214,8 +229,9 @@ TEST(FieldEditor, ShowsTheTextAlone)
     PosixFileSystem fileSystem;
     MemoryPasteboard pasteboard;
     FixedCalendar calendar;
-    EditorPane pane({clock, mainQueue, fileSystem, pasteboard, calendar});
-    CodeEditorView view(pane, nullptr, {}, EditorColumnKind::field);
+    EditorPane pane({clock, mainQueue, fileSystem, pasteboard, calendar}, {},
+                    EditorPaneKind::fieldEditor);
+    CodeEditorView view(pane);
     view.resize(200, 24);
     view.show();
     EXPECT_FALSE(view.tabScrollView().isVisible());
