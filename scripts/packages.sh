@@ -13,7 +13,7 @@ build_packages=(
     libgtest-dev libgmock-dev libbenchmark-dev
     fonts-dejavu-core git
 )
-test_packages=(xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick dbus-daemon)
+test_packages=(xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick dbus-daemon at-spi2-core)
 ci_packages=(clang-14 clang-format-14 libclang-rt-14-dev)
 
 # The same for other systems: "<what>: <command>" or "<what>: <header>".

@@ -1,5 +1,7 @@
 #include "editor/views/CodeEditorView.h"
 
+#include "editor/views/EditorAccessibility.h"
+
 #include <QColorDialog>
 #include <QDrag>
 #include <QDragEnterEvent>
@@ -42,7 +44,10 @@ CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
       lineNumberGutterView_(new EditorLineNumberGutterView(*textView_, this)),
       scrollBar_(new EditorScrollBar(textView_->theme(), this))
 {
+    installEditorAccessibility();
     setFocusProxy(textView_);
+    lineNumberGutterView_->setAccessibleName(QStringLiteral("Line numbers"));
+    scrollBar_->setAccessibleName(QStringLiteral("Scroll bar"));
     rangeTimer_.setSingleShot(true);
     rangeTimer_.setInterval(rangeDelayMilliseconds);
     connect(&rangeTimer_, &QTimer::timeout, this, [this] { updateRange(); });
@@ -123,6 +128,9 @@ void CodeEditorView::paneDidChangeTabs()
         tabs.titles.push_back(tabTitle(*tab->document));
     tabs.activeIndex = pane_.activeTabIndex();
     tabs.isLoneEmptyTab = pane_.tabs().size() == 1 && pane_.document().isEmpty();
+    const QString title = QString::fromStdU16String(tabs.titles[tabs.activeIndex]);
+    if (title != textView_->accessibleName())
+        textView_->setAccessibleName(title);
     tabScrollView_->setTabs(std::move(tabs));
     if (didChangeTabs)
         didChangeTabs();

@@ -1,9 +1,12 @@
 #include "editor/views/TavrelTextView.h"
 
+#include "editor/views/EditorAccessibility.h"
+
 #include <QResizeEvent>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tavrel {
 
@@ -54,11 +57,13 @@ TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegat
     setFocusPolicy(Qt::StrongFocus);
     setAcceptDrops(true);
     setCursor(Qt::IBeamCursor);
+    QAccessible::installActivationObserver(this);
     showDocument();
 }
 
 TavrelTextView::~TavrelTextView()
 {
+    QAccessible::removeActivationObserver(this);
     observe(nullptr);
     delete completionList_;
 }
@@ -169,6 +174,8 @@ void TavrelTextView::storageDidChange(const TextStorage& storage,
                                       std::span<const TextChange> changes)
 {
     draggedText_.reset();  // What is dragged about is no longer what stands there.
+    if (isAnnouncing_)
+        announce(*this, textAnnouncements(rows_.text(), storage.snapshot(), changes));
     const std::vector<VisibleRow> before = std::move(visible_);
     if (changes.size() == 1) {
         rows_.replaceText(storage.snapshot(), changes[0].oldRange, changes[0].newLength);
@@ -320,6 +327,25 @@ void TavrelTextView::refreshDecorations()
 {
     closeStaleCompletions();
     setDecorations(makeDecorations());
+    announceSelection();
+}
+
+void TavrelTextView::announceSelection()
+{
+    const TextRange selection = pane_.selectedRange();
+    if (!isAnnouncing_ || selection == announcedSelection_)
+        return;
+    const bool wasSelected = !std::exchange(announcedSelection_, selection).isEmpty();
+    const auto offset = [](std::size_t location) {
+        return static_cast<int>(std::min<std::size_t>(location, 0x7FFFFFFF));
+    };
+    if (wasSelected || !selection.isEmpty()) {
+        QAccessibleTextSelectionEvent event(this, offset(selection.location),
+                                            offset(selection.end()));
+        QAccessible::updateAccessibility(&event);
+    }
+    QAccessibleTextCursorEvent event(this, offset(selection.end()));
+    QAccessible::updateAccessibility(&event);
 }
 
 // --- Places

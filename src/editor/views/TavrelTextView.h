@@ -12,6 +12,7 @@
 #include "editor/views/ViewScroll.h"
 #include "editor/views/ViewTheme.h"
 
+#include <QAccessible>
 #include <QBasicTimer>
 #include <QPointer>
 #include <QUrl>
@@ -48,7 +49,9 @@ public:
 ///
 /// What it shows is kept as rows and rectangles; a change is followed by drawing the difference.
 /// No event costs time in proportion to the text.
-class TavrelTextView final : public QWidget, private TextStorageObserver {
+class TavrelTextView final : public QWidget,
+                             private TextStorageObserver,
+                             private QAccessible::ActivationObserver {
 public:
     /// The pane is borrowed and outlives the view. `delegate` may be null.
     TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent,
@@ -56,6 +59,7 @@ public:
     ~TavrelTextView() override;
 
     void setDelegate(TavrelTextViewDelegate* delegate) { delegate_ = delegate; }
+    EditorPane& pane() { return pane_; }
 
     /// Reads everything of the pane anew.
     void showDocument();
@@ -137,6 +141,7 @@ private:
 
     void storageDidChange(const TextStorage& storage, std::span<const TextChange> changes) override;
     void storageDidChangeTokens(const TextStorage& storage, TextRange range) override;
+    void accessibilityActiveChanged(bool active) override { isAnnouncing_ = active; }
 
     void observe(TextStorage* storage);
     void updateScale();
@@ -147,6 +152,7 @@ private:
     void repaintChangedRows(const std::vector<VisibleRow>& before,
                             std::span<const TextChange> changes);
     void setDecorations(ViewDecorations decorations);
+    void announceSelection();
     ViewDecorations makeDecorations() const;
     DecorationMetrics decorationMetrics() const;
     QRect rowRect(const VisibleRow& row) const;
@@ -200,8 +206,10 @@ private:
     bool isFieldLayout_ = false;
 
     ScrollOrigin origin_;
-    std::vector<VisibleRow> visible_;  // As drawn, or about to be.
-    ViewDecorations decorations_;      // Likewise.
+    std::vector<VisibleRow> visible_;              // As drawn, or about to be.
+    ViewDecorations decorations_;                  // Likewise.
+    bool isAnnouncing_ = QAccessible::isActive();  // Somebody reads the screen.
+    TextRange announcedSelection_;                 // As programs that read the screen know it.
     PreeditText preedit_;
 
     QPointer<CompletionListView> completionList_;  // A child of the window.
