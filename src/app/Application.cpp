@@ -85,7 +85,7 @@ public:
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
           store_(store),
           window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_),
-                   [this](const auto& url) { return store_.languageMode(url); },
+                   [this](const auto& url) { return store_.languageMode(url); }, &globalQueue_,
                    makeGitLineDiffer()},
                   options.size, store_.values()),
           reloader_(store_, mainQueue_, *this, [](FolderWatchDelegate& delegate) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "editor/BufferWords.h"
+#include "editor/DocumentColoring.h"
 #include "editor/TextStorage.h"
 #include "editor/UndoHistory.h"
 #include "git/GitLineDiff.h"
@@ -54,6 +55,9 @@ public:
     /// Counts the words of the text for completion, up to the last time it was asked to.
     BufferWords& bufferWords() { return bufferWords_; }
 
+    /// Gives the text its tokens where it is shown.
+    DocumentColoring& coloring() { return coloring_; }
+
     /// No file, no change and no text: such a tab is shown as "No File".
     bool isEmpty() const;
 
@@ -81,6 +85,7 @@ private:
     void tellObservers(Tell tell);
 
     TextStorage textStorage_;
+    DocumentColoring coloring_{textStorage_};
     UndoHistory history_;
     BufferWords bufferWords_;
     std::vector<EditorDocumentObserver*> observers_;

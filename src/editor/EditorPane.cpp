@@ -39,6 +39,12 @@ EditorPane::~EditorPane()
         stopObserving(*tab->document);
 }
 
+void EditorPane::setView(EditorPaneView* view)
+{
+    view_ = view;
+    shownTabs_.reset();
+}
+
 void EditorPane::setSettings(const EditorPaneSettings& settings)
 {
     settings_ = settings;

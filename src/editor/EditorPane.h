@@ -50,7 +50,7 @@ public:
     EditorPane& operator=(const EditorPane&) = delete;
 
     /// Both may be null, own nothing, and are to be taken away before they go.
-    void setView(EditorPaneView* view) { view_ = view; }
+    void setView(EditorPaneView* view);
     void setDelegate(EditorPaneDelegate* delegate) { delegate_ = delegate; }
     /// Widths below 1 count as 1.
     void setSettings(const EditorPaneSettings& settings);
@@ -69,7 +69,8 @@ public:
 
     /// Brings the active tab up to date with the view: selection, cursors, scroll position.
     void storeTabState();
-    /// Stores the state of the view in the active tab and shows another one.
+    /// Stores the state of the view in the active tab and shows another one. The pane becomes the
+    /// active one, as with every tab that the user asks for.
     void selectTab(std::size_t index);
     /// Shows the next tab, or the one before with -1, going round at the ends.
     void stepTab(int direction);
@@ -252,6 +253,14 @@ public:
 private:
     enum class Guard { none, applyingTabState, applyingUndoRedo };
 
+    /// What a tab bar shows.
+    struct ShownTabs {
+        std::vector<std::u16string> titles;
+        std::size_t activeIndex = 0;
+        bool operator==(const ShownTabs&) const = default;
+    };
+
+    void setLanguage(EditorTab& tab) const;
     std::shared_ptr<const LanguageMode>
     languageMode(const std::optional<std::filesystem::path>& url) const;
     void addTab(std::shared_ptr<EditorTab> tab);
@@ -260,6 +269,7 @@ private:
     bool hasTabOn(const EditorDocument& candidate) const;
     void showTab(std::size_t index);
     void applyTabState();
+    /// Tells the view, if a title, a modified mark or the choice of the active one has changed.
     void tellTabsChanged();
 
     void setCursors(CursorLocations cursors);
@@ -293,6 +303,7 @@ private:
     EditorGitMarks gitMarks_;
     std::vector<std::shared_ptr<EditorTab>> tabs_;  // Never empty.
     std::size_t activeTabIndex_ = 0;
+    std::optional<ShownTabs> shownTabs_;                  // What the view was told of last.
     std::vector<TextRange> selectedRanges_{TextRange{}};  // The main one first; never empty.
     std::optional<double>
         goalX_;  // Where vertical motion wants to be, until another motion or edit.

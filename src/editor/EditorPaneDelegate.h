@@ -21,7 +21,7 @@ public:
     /// The pane's status text, or a message of one line that takes its place.
     virtual void editorPaneDidSetStatus(EditorPane& pane, std::u16string_view text) = 0;
     virtual void editorPaneDidBeep(EditorPane& pane) = 0;
-    /// The pane is the one that the user works in: it took the focus, or showed another tab.
+    /// The pane is the one that the user works in: it took the focus, or was asked for a tab.
     virtual void editorPaneDidBecomeActive(EditorPane& /*pane*/) {}
     /// Where to save a document that has no name; nothing when the user changes their mind.
     virtual std::optional<std::filesystem::path>

@@ -14,6 +14,7 @@ class GitLineDiffer;
 struct LanguageMode;
 class MainQueue;
 class Pasteboard;
+class WorkQueue;
 
 /// The objects a pane works with. It borrows all but the path.
 struct EditorPaneServices {
@@ -28,6 +29,8 @@ struct EditorPaneServices {
     /// The language of a file, never null, also for a text without one. Empty: every text is plain.
     std::function<std::shared_ptr<const LanguageMode>(const std::optional<std::filesystem::path>&)>
         languageModeForURL = {};
+    /// Where long texts are looked through beside the main thread; null for nowhere.
+    WorkQueue* workQueue = nullptr;
     /// Null: there are no line marks.
     GitLineDiffer* gitLineDiffer = nullptr;
 };

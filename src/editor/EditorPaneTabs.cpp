@@ -12,9 +12,15 @@ namespace tavrel {
 std::shared_ptr<EditorTab> EditorPane::makeTab(std::shared_ptr<EditorDocument> document) const
 {
     auto tab = std::make_shared<EditorTab>();
-    tab->language = languageMode(document->url);
     tab->document = std::move(document);
+    setLanguage(*tab);
     return tab;
+}
+
+void EditorPane::setLanguage(EditorTab& tab) const
+{
+    tab.language = languageMode(tab.document->url);
+    tab.document->coloring().setLanguage(tab.language, services_.mainQueue, services_.workQueue);
 }
 
 std::shared_ptr<const LanguageMode>
@@ -27,7 +33,7 @@ EditorPane::languageMode(const std::optional<std::filesystem::path>& url) const
 void EditorPane::refreshLanguages()
 {
     for (const std::shared_ptr<EditorTab>& tab : tabs_)
-        tab->language = languageMode(tab->document->url);
+        setLanguage(*tab);
     refreshStatus();
 }
 
@@ -59,22 +65,34 @@ void EditorPane::stopObserving(EditorDocument& observed)
 
 void EditorPane::tellTabsChanged()
 {
-    if (view_)
-        view_->paneDidChangeTabs();
+    if (!view_ || isFieldEditor())
+        return;
+    ShownTabs shown{{}, activeTabIndex_};
+    for (const std::shared_ptr<EditorTab>& tab : tabs_)
+        shown.titles.push_back(tabTitle(*tab->document));
+    if (shownTabs_ == shown)
+        return;
+    shownTabs_ = std::move(shown);
+    view_->paneDidChangeTabs();
 }
 
 // --- Showing
 
 void EditorPane::selectTab(std::size_t index)
 {
-    if (index >= tabs_.size() || index == activeTabIndex_)
+    if (index >= tabs_.size())
         return;
-    storeTabState();
-    showTab(index);
+    if (index != activeTabIndex_) {
+        storeTabState();
+        showTab(index);
+    }
+    didBecomeFirstResponder();
 }
 
 void EditorPane::stepTab(int direction)
 {
+    if (tabs_.size() < 2)
+        return;
     const std::size_t step = direction < 0 ? tabs_.size() - 1 : 1;
     selectTab((activeTabIndex_ + step) % tabs_.size());
 }
@@ -117,8 +135,8 @@ void EditorPane::applyTabState()
         view_->paneDidShowDocument();
         view_->setScrollOrigin(tab.scrollOrigin);
         view_->paneDidChangeGitLineDiff();
-        view_->paneDidChangeTabs();
     }
+    tellTabsChanged();
     gitMarks_.schedule(0.0);
     refreshStatus();
 }
@@ -126,6 +144,7 @@ void EditorPane::applyTabState()
 void EditorPane::showDocument(std::shared_ptr<EditorDocument> shown)
 {
     adoptTab(makeTab(std::move(shown)));
+    didBecomeFirstResponder();
 }
 
 void EditorPane::adoptTab(std::shared_ptr<EditorTab> tab)

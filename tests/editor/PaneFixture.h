@@ -155,6 +155,8 @@ struct OnePane : PaneWorld, TestPane {
     {
         pane.document().setText(TextSnapshot(text));
     }
+    /// What other panes share with this one.
+    PaneWorld& world() { return *this; }
 };
 
 /// A pane, and a folder with files for it.

@@ -1,5 +1,6 @@
 #include "editor/EditorPane.h"
 #include "editor/MonospacedRowLayout.h"
+#include "editor/SearchResultLines.h"
 #include "editor/dispatch/CommandTable.h"
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "platform/Calendar.h"
@@ -91,13 +92,24 @@ void requireSound(EditorPane& pane)
 EditorCommand command(Bytes& bytes)
 {
     const CommandTableRow& row = commandTable[bytes.next() % commandTable.size()];
-    if (row.name == "closeFile")  // The history would go with the document.
-        return {"deselect", {}};
     EditorCommand command{std::string(row.name), {}};
     const auto number = static_cast<std::int8_t>(bytes.next());
     if (row.argument.kind != CommandArgument::Kind::none && number != 0)
         command.arguments.emplace(std::string(row.argument.name), CSONValue(std::int64_t{number}));
     return command;
+}
+
+/// What clicks do beyond moving the cursor.
+void click(EditorPane& pane, std::size_t offset)
+{
+    if (const std::optional<std::u16string> link = pane.linkAt(offset))
+        require(link->find(u"://") != std::u16string::npos);
+    static_cast<void>(searchResultAt(pane.text(), offset));
+    if (pane.beginColorPicking(offset)) {
+        pane.pickColor(0.1, 0.2, 0.3);
+        require(pane.text().text(pane.selectedRange()) == u"#1A334D");
+        pane.endColorPicking();
+    }
 }
 
 void perform(EditorPane& pane, Pasteboard& pasteboard, SimulatedClock& clock, Bytes& bytes)
@@ -121,9 +133,13 @@ void perform(EditorPane& pane, Pasteboard& pasteboard, SimulatedClock& clock, By
     case 5:
         clock.advance(std::chrono::milliseconds(10 * bytes.next()));
         break;
-    default:
-        pane.runCommand(command(bytes));
-        break;
+    default: {
+        const EditorCommand chosen = command(bytes);
+        if (chosen.name == "closeFile")  // The history would go with the document.
+            click(pane, bytes.next());
+        else
+            pane.runCommand(chosen);
+    }
     }
 }
 

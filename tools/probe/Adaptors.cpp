@@ -23,6 +23,7 @@ constexpr std::array engines{
     Engine{"linediff", lineDiffAdaptor},
     Engine{"mode", modeAdaptor},
     Engine{"settings", settingsAdaptor},
+    Engine{"term", termAdaptor},
     Engine{"theme", themeAdaptor},
     Engine{"tree", treeAdaptor},
     Engine{"walk", walkAdaptor},

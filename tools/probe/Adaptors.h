@@ -20,6 +20,7 @@ Json ignoreAdaptor(ProbeRequest& request);
 Json lineDiffAdaptor(ProbeRequest& request);
 Json modeAdaptor(ProbeRequest& request);
 Json settingsAdaptor(ProbeRequest& request);
+Json termAdaptor(ProbeRequest& request);
 Json themeAdaptor(ProbeRequest& request);
 Json treeAdaptor(ProbeRequest& request);
 Json walkAdaptor(ProbeRequest& request);
