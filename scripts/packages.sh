@@ -14,7 +14,7 @@ build_packages=(
     fonts-dejavu-core git ncurses-bin
 )
 test_packages=(
-    xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick dbus-daemon
+    xvfb openbox xdotool x11-utils x11-xkb-utils imagemagick dbus-daemon at-spi2-core
     bash less procps tmux vim
 )
 ci_packages=(clang-14 clang-format-14 libclang-rt-14-dev)

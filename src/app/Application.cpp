@@ -11,11 +11,13 @@
 #include "config/SettingsReloader.h"
 #include "editor/views/CodeEditorView.h"
 #include "editor/views/ViewTheme.h"
+#include "git/GitLineDiffer.h"
 #include "platform/Calendar.h"
 #include "platform/Clock.h"
 #include "platform/Environment.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/PrivateFolder.h"
+#include "platform/SerialQueue.h"
 #include "platform/ThreadPool.h"
 #include "platform/Utf8.h"
 #include "platform/qt/QtFolderWatch.h"
@@ -36,6 +38,8 @@
 #include <cstdio>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <string>
 
 namespace tavrel {
 
@@ -85,7 +89,8 @@ public:
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
           store_(store),
           window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_),
-                   [this](const auto& url) { return store_.languageMode(url); }, &globalQueue_},
+                   [this](const auto& url) { return store_.languageMode(url); }, &globalQueue_,
+                   makeGitLineDiffer()},
                   options.size, store_.values()),
           reloader_(store_, mainQueue_, *this, [](FolderWatchDelegate& delegate) {
               return std::make_unique<QtFolderWatch>(delegate);
@@ -98,6 +103,9 @@ public:
         window_.didPaintFirst = [this] {
             hasPainted_ = true;
             reloader_.startWatching();
+            window_.startWatchingFiles(mainQueue_, [](FolderWatchDelegate& delegate) {
+                return std::make_unique<QtFolderWatch>(delegate);
+            });
             pictureIfStable();
         };
         showLoaded();
@@ -117,11 +125,11 @@ private:
     void settingsReloaderDidReport(std::string_view status) override { report(status); }
     void settingsReloaderDidRewrite(const std::filesystem::path& file) override
     {
-        window_.pane().reloadUnmodified(file);
+        window_.columns().reloadUnmodified(file);
     }
     void settingsOpenerDidUpdate(const std::filesystem::path& file) override
     {
-        window_.pane().reloadUnmodified(file);
+        window_.columns().reloadUnmodified(file);
     }
     void settingsOpenerWillShow(const std::filesystem::path& file) override
     {
@@ -148,6 +156,17 @@ private:
                              .homeFolder = QFile::encodeName(QDir::homePath()).toStdString(),
                              .loginShell = systemLoginShell(),
                              .terminfoFolder = terminfoFolder()});
+    }
+
+    // Null where there is no git, or no folder for what it compares.
+    GitLineDiffer* makeGitLineDiffer()
+    {
+        const Environment environment = Environment::ofThisProcess();
+        const std::optional<std::string> program = GitTool::findProgram(environment);
+        if (!program || !privateFolder_)
+            return nullptr;
+        return &gitLineDiffer_.emplace(GitTool(*program, environment), fileSystem_, *privateFolder_,
+                                       gitQueue_, mainQueue_);
     }
 
     void showLoaded()
@@ -185,6 +204,8 @@ private:
     LocalCalendar calendar_;
     tl::expected<PrivateFolder, FileError> privateFolder_;
     std::filesystem::path terminfoFolder_;
+    std::optional<GitLineDiffer> gitLineDiffer_;  // Outlives its work, which the queue waits for.
+    SerialQueue gitQueue_{globalQueue_, "TavrelCode.GitLineDiff"};
     PreferencesStore& store_;
     MainWindow window_;
     SettingsReloader reloader_;

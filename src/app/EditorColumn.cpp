@@ -13,6 +13,17 @@
 
 namespace tavrel {
 
+namespace {
+
+// The last button does nothing.
+EditorPaneAlert alertOf(const TerminalQuestion& question)
+{
+    return {question.message, question.information, question.buttons,
+            question.buttons.empty() ? 0 : question.buttons.size() - 1};
+}
+
+}  // namespace
+
 EditorColumn::EditorColumn(EditorPane& pane, Pasteboard& pasteboard, QWidget* parent,
                            const EditorAppearance& appearance)
     : QWidget(parent), pasteboard_(pasteboard),
@@ -85,25 +96,17 @@ void EditorColumn::setTerminalVisible(bool isVisible)
     arrange();
 }
 
-void EditorColumn::toggleTerminal()
+void EditorColumn::focusTerminal()
 {
-    const bool shows = !isTerminalVisible();
-    setTerminalVisible(shows);
-    if (shows && panel_)
+    if (isTerminalVisible())
         panel_->setFocus();
-    else
-        editorView_->setFocus();
 }
 
 void EditorColumn::newTerminalTab()
 {
-    const bool isFirst = !panel_;
-    setTerminalVisible(true);
-    if (!panel_)
+    if (!isTerminalVisible())
         return;
-    // The first showing brings a tab with it.
-    if (!isFirst)
-        terminal_->newTab();
+    terminal_->newTab();
     panel_->setFocus();
 }
 
@@ -139,8 +142,7 @@ void EditorColumn::terminalDidRingBell(TerminalViewController&)
 
 bool EditorColumn::terminalWantsAnswer(TerminalViewController&, const TerminalQuestion& question)
 {
-    return services_.dialogs &&
-           services_.dialogs().ask({question.message, question.information, question.buttons}) == 0;
+    return services_.dialogs && services_.dialogs().ask(alertOf(question)) == 0;
 }
 
 std::optional<std::u16string> EditorColumn::terminalWantsText(TerminalViewController&,
@@ -149,8 +151,7 @@ std::optional<std::u16string> EditorColumn::terminalWantsText(TerminalViewContro
 {
     if (!services_.dialogs)
         return std::nullopt;
-    return services_.dialogs().askForText(
-        {question.message, question.information, question.buttons}, text);
+    return services_.dialogs().askForText(alertOf(question), text);
 }
 
 // --- Places

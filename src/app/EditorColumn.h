@@ -61,9 +61,10 @@ public:
     bool isTerminalVisible() const;
     /// Shows or hides the terminal. Does not move the keys, but takes them from what is hidden.
     void setTerminalVisible(bool isVisible);
-    /// The user's own wish: the keys go to what is shown, or back to the editor.
-    void toggleTerminal();
-    /// Shows the terminal, and adds a tab where it was already there.
+    bool terminalHasFocus() const;
+    /// Gives the keys to the terminal, where it is shown.
+    void focusTerminal();
+    /// Adds a tab to the terminal that is shown, and gives it the keys.
     void newTerminalTab();
     /// Runs an editing command of a menu in the terminal, where that has the keys: copying and
     /// pasting; others mean nothing there. Whether the terminal has the keys.
@@ -95,7 +96,6 @@ private:
                                                     const std::u16string& text) override;
 
     bool makeTerminal();
-    bool terminalHasFocus() const;
     void watchForDivider(QWidget& widget);
     bool isOnDivider(int y) const;
     void dragDivider(int y);

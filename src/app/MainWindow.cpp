@@ -6,6 +6,7 @@
 #include "config/LanguageModeTable.h"
 #include "editor/dispatch/KeyTranslator.h"
 #include "editor/views/CodeEditorView.h"
+#include "platform/Utf8.h"
 #include "platform/qt/KeyEvents.h"
 #include "platform/qt/KeySequences.h"
 #include "terminal/TerminalViewController.h"
@@ -13,8 +14,11 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
+#include <QFile>
 #include <QKeyEvent>
 #include <QMenu>
+#include <QMimeData>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -25,6 +29,17 @@ namespace {
 constexpr int smallestWidth = 860;
 constexpr int smallestHeight = 560;
 
+// The files that were dragged here from another program.
+std::vector<std::filesystem::path> localFiles(const QMimeData& data)
+{
+    std::vector<std::filesystem::path> paths;
+    for (const QUrl& url : data.urls()) {
+        if (url.isLocalFile())
+            paths.emplace_back(QFile::encodeName(url.toLocalFile()).toStdString());
+    }
+    return paths;
+}
+
 QString qtText(std::u16string_view text)
 {
     return QStringView(text).toString();
@@ -34,40 +49,36 @@ QString qtText(std::u16string_view text)
 
 MainWindow::MainWindow(const EditorPaneServices& services, WindowSize size,
                        const Preferences& preferences)
-    : pane_(std::make_unique<EditorPane>(services, paneSettingsOf(preferences))),
-      dialogs_(std::make_unique<QtModalDialogs>(this)), menuBar_(new QMenuBar(this)),
-      column_(new EditorColumn(*pane_, services.pasteboard, this, appearanceOf(preferences))),
-      statusLine_(new StatusLine(editorView().textView().theme(), this)),
+    : dialogs_(std::make_unique<QtModalDialogs>(this)), menuBar_(new QMenuBar(this)),
+      columns_(new EditorColumns(services, preferences, this)),
+      statusLine_(new StatusLine(appearanceOf(preferences).theme, this)),
       commandKey_(preferences.commandKey)
 {
-    pane_->commandDispatcher().load(preferences.keymap);
     setWindowTitle(QStringLiteral("Tavrel Code"));
     setMinimumSize(smallestWidth, smallestHeight);
+    setAcceptDrops(true);
     buildMenus();
     resize(std::max(size.width, smallestWidth), std::max(size.height, smallestHeight));
-    pane_->setDelegate(this);
-    statusLine_->setText(pane_->statusText());
-    connectColumn();
-    column_->setFocus();
+    connectColumns();
+    statusLine_->setText(pane().statusText());
+    columns_->setFocus();
 }
 
 MainWindow::~MainWindow()
 {
-    pane_->setDelegate(nullptr);
-    delete column_;  // Its pane is gone before the other children are.
+    delete columns_;  // What its panes still tell finds the other children alive.
 }
 
-CodeEditorView& MainWindow::editorView()
+void MainWindow::connectColumns()
 {
-    return column_->editorView();
-}
-
-void MainWindow::connectColumn()
-{
-    editorView().textView().menuShortcut = [this](const QKeyEvent& event) {
+    columns_->setModalDialogs(*dialogs_);
+    columns_->didSetStatus = [this](std::u16string_view text) { statusLine_->setText(text); };
+    columns_->didMeetCommand = [this](const EditorCommand& command) { didMeetCommand(command); };
+    columns_->didChangeTabs = [this] { updateWatchedFiles(); };
+    columns_->menuShortcut = [this](const QKeyEvent& event) {
         return runMenuShortcut(keyEventFromQt(event, commandKey_));
     };
-    column_->setServices({
+    columns_->setTerminalServices({
         .makeTerminal = [this] { return makeTerminal ? makeTerminal() : nullptr; },
         .runMenuShortcut = [this](const KeyEvent& event) { return runMenuShortcut(event); },
         .isMenuChord =
@@ -75,17 +86,14 @@ void MainWindow::connectColumn()
                 return std::ranges::find(menuTable, chord, &MenuItem::chord) != menuTable.end();
             },
         .dialogs = [this]() -> ModalDialogs& { return *dialogs_; },
-        .wantsEditorFocus =
-            [this](std::size_t index) {
-                if (index == 0)
-                    editorView().setFocus();
-            },
+        .wantsEditorFocus = [this](std::size_t index) { columns_->focusColumn(index); },
     });
 }
 
 void MainWindow::setModalDialogs(std::unique_ptr<ModalDialogs> dialogs)
 {
     dialogs_ = std::move(dialogs);
+    columns_->setModalDialogs(*dialogs_);
 }
 
 // --- Menus
@@ -130,12 +138,8 @@ void MainWindow::showShortcuts()
 
 void MainWindow::applyPreferences(const Preferences& preferences)
 {
-    pane_->setSettings(paneSettingsOf(preferences));
-    pane_->commandDispatcher().load(preferences.keymap);
-    pane_->refreshLanguages();
-    const EditorAppearance appearance = appearanceOf(preferences);
-    column_->setAppearance(appearance);
-    statusLine_->setTheme(appearance.theme);
+    columns_->applyPreferences(preferences);
+    statusLine_->setTheme(appearanceOf(preferences).theme);
     commandKey_ = preferences.commandKey;
     showShortcuts();
 }
@@ -147,13 +151,13 @@ void MainWindow::performMenuItem(const MenuItem& item)
     case MenuAction::modes:
         break;
     case MenuAction::openFile:
-        openFiles();
+        chooseFiles();
         break;
     case MenuAction::saveFile:
-        pane_->save();
+        pane().save();
         break;
     case MenuAction::saveFileAs:
-        pane_->saveAs();
+        pane().saveAs();
         break;
     case MenuAction::openSettings:
         if (wantsSettings)
@@ -163,14 +167,14 @@ void MainWindow::performMenuItem(const MenuItem& item)
         close();
         break;
     case MenuAction::toggleTerminal:
-        column_->toggleTerminal();
+        columns_->toggleTerminal();
         break;
     case MenuAction::newTerminalTab:
-        column_->newTerminalTab();
+        columns_->newTerminalTab();
         break;
     case MenuAction::command:
-        if (!column_->runInTerminal(item.command))
-            pane_->runCommand(EditorCommand{std::string(item.command), {}});
+        if (!columns_->runInTerminal(item.command))
+            pane().runCommand(EditorCommand{std::string(item.command), {}});
         break;
     }
 }
@@ -188,17 +192,68 @@ bool MainWindow::runMenuShortcut(const KeyEvent& event)
     return true;
 }
 
-void MainWindow::openFiles()
+void MainWindow::chooseFiles()
 {
-    const auto& url = pane_->document().url;
+    const auto& url = pane().document().url;
     const std::filesystem::path folder = url ? url->parent_path() : std::filesystem::path();
-    for (const std::filesystem::path& path : dialogs_->filesToOpen(folder)) {
-        pane_->openLocation(path);
-        const auto& opened = pane_->document().url;
-        if (opened && opened->filename() == path.filename())
-            statusLine_->setText(u"Opened " +
-                                 QString::fromStdString(path.filename().string()).toStdU16String());
+    openFiles(dialogs_->filesToOpen(folder));
+}
+
+void MainWindow::openFiles(const std::vector<std::filesystem::path>& paths)
+{
+    for (const std::filesystem::path& path : paths) {
+        columns_->autosaveCurrent();
+        if (pane().openLocation(path) == OpenResult::opened)
+            statusLine_->setText(u"Opened " + utf16FromUtf8(path.filename().native()));
     }
+}
+
+void MainWindow::didMeetCommand(const EditorCommand& command)
+{
+    // The other commands beyond one column belong to parts of the window that it does not have yet.
+    if (command.name == "closeWindow")
+        close();
+    else if (command.name == "newTerminalTab")
+        columns_->newTerminalTab();
+}
+
+// --- Files that change outside
+
+void MainWindow::startWatchingFiles(MainQueue& mainQueue,
+                                    const OpenFileWatch::MakeFolderWatch& makeFolderWatch)
+{
+    fileWatch_ = std::make_unique<OpenFileWatch>(mainQueue, makeFolderWatch);
+    fileWatch_->didSettle = [this] { columns_->checkDisk(); };
+    fileWatch_->didRunOut = [this] {
+        statusLine_->setText(u"Some open files are not watched: the system has no watches left");
+    };
+    updateWatchedFiles();
+}
+
+void MainWindow::updateWatchedFiles()
+{
+    if (!fileWatch_)
+        return;
+    std::vector<std::filesystem::path> files;
+    for (const std::shared_ptr<EditorDocument>& document : columns_->documents()) {
+        if (document->url)
+            files.push_back(*document->url);
+    }
+    fileWatch_->setFiles(files);
+}
+
+void MainWindow::dragEnterEvent(QDragEnterEvent* event)
+{
+    event->setAccepted(!localFiles(*event->mimeData()).empty());
+}
+
+void MainWindow::dropEvent(QDropEvent* event)
+{
+    const std::vector<std::filesystem::path> files = localFiles(*event->mimeData());
+    if (files.empty())
+        return;
+    event->acceptProposedAction();
+    openFiles(files);
 }
 
 // --- Window
@@ -213,7 +268,7 @@ void MainWindow::arrange()
     const int menuHeight = menuBar_->sizeHint().height();
     const int statusTop = height() - StatusLine::lineHeight;
     menuBar_->setGeometry(0, 0, width(), menuHeight);
-    column_->setGeometry(0, menuHeight, width(), statusTop - menuHeight);
+    columns_->setGeometry(0, menuHeight, width(), statusTop - menuHeight);
     statusLine_->setGeometry(0, statusTop, width(), StatusLine::lineHeight);
 }
 
@@ -230,9 +285,14 @@ bool MainWindow::event(QEvent* event)
 void MainWindow::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    const bool hasLostFocus = event->type() == QEvent::ActivationChange && !isActiveWindow();
-    if (hasLostFocus && !isClosing_ && pane_->settings().autoSaveOnFocusLoss)
-        pane_->autosave();
+    // A dialog of our own takes the focus too, but not the user away.
+    if (event->type() != QEvent::ActivationChange || isClosing_ ||
+        QApplication::activeModalWidget())
+        return;
+    if (isActiveWindow())
+        columns_->checkDisk();
+    else
+        columns_->autosaveCurrent();
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)
@@ -243,50 +303,26 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->setAccepted(closes);
 }
 
-// Nothing that was typed is lost without a word: what has a file is saved, the rest is asked about.
+// Nothing that was typed is lost without a word: what has a file is saved, the rest is asked about,
+// each document once.
 bool MainWindow::confirmsClosing()
 {
-    for (std::size_t index = 0; index < pane_->tabs().size(); ++index) {
-        const std::shared_ptr<EditorDocument> document = pane_->tabs()[index]->document;
+    for (const std::shared_ptr<EditorDocument>& document : columns_->documents()) {
         if (!document->isModified)
             continue;
-        pane_->selectTab(index);
-        if (document->url && pane_->settings().autoSaveOnFocusLoss)
-            pane_->autosave();
+        EditorPane& shown = columns_->reveal(*document);
+        if (document->url && shown.settings().autoSaveOnFocusLoss)
+            shown.autosave();
         if (!document->isModified)
             continue;
-        const Alert alert{u"Close " + documentName(*document),
-                          u"This tab has unsaved changes.",
-                          {u"Close", u"Cancel"}};
+        const EditorPaneAlert alert{u"Close " + documentName(*document),
+                                    u"This tab has unsaved changes.",
+                                    {u"Close", u"Cancel"},
+                                    1};
         if (dialogs_->ask(alert) != 0)
             return false;
     }
     return true;
-}
-
-// --- The pane's wishes
-
-void MainWindow::editorPaneDidSetStatus(EditorPane&, std::u16string_view text)
-{
-    statusLine_->setText(text);
-}
-
-void MainWindow::editorPaneDidBeep(EditorPane&)
-{
-    QApplication::beep();
-}
-
-std::optional<std::filesystem::path>
-MainWindow::editorPaneWantsSaveLocation(EditorPane&, const std::filesystem::path& proposed)
-{
-    return dialogs_->saveLocation(proposed);
-}
-
-void MainWindow::editorPaneDidMeetCommand(EditorPane&, const EditorCommand& command)
-{
-    if (command.name == "newTerminalTab")
-        column_->newTerminalTab();
-    // Other commands beyond one pane belong to parts of the window that this one does not have.
 }
 
 }  // namespace tavrel

@@ -1,7 +1,9 @@
 #pragma once
 
+#include "app/EditorColumns.h"
 #include "app/MenuTable.h"
 #include "app/ModalDialogs.h"
+#include "app/OpenFileWatch.h"
 #include "app/ProgramOptions.h"
 #include "config/Preferences.h"
 #include "editor/EditorPane.h"
@@ -21,21 +23,21 @@
 namespace tavrel {
 
 class CodeEditorView;
-class EditorColumn;
 class TerminalViewController;
 class StatusLine;
 
-/// The main window: a menu bar, one editor column with its terminal, and the status line.
-class MainWindow final : public QWidget, private EditorPaneDelegate {
+/// The main window: a menu bar, the editor columns with their terminals, and the status line.
+class MainWindow final : public QWidget {
 public:
     /// What `services` names is borrowed and outlives the window.
     MainWindow(const EditorPaneServices& services, WindowSize size,
                const Preferences& preferences = {});
     ~MainWindow() override;
 
-    EditorPane& pane() { return *pane_; }
-    CodeEditorView& editorView();
-    EditorColumn& editorColumn() { return *column_; }
+    EditorColumns& columns() { return *columns_; }
+    /// Those of the active column.
+    EditorPane& pane() { return columns_->currentPane(); }
+    CodeEditorView& editorView() { return columns_->currentView(); }
     StatusLine& statusLine() { return *statusLine_; }
     QMenuBar& menuBar() { return *menuBar_; }
 
@@ -46,6 +48,12 @@ public:
     void setModalDialogs(std::unique_ptr<ModalDialogs> dialogs);
 
     void performMenuItem(const MenuItem& item);
+    /// Opens files in the active column, and says so.
+    void openFiles(const std::vector<std::filesystem::path>& paths);
+
+    /// From now on the files that are open are followed. The queue outlives the window.
+    void startWatchingFiles(MainQueue& mainQueue,
+                            const OpenFileWatch::MakeFolderWatch& makeFolderWatch);
 
     /// Makes the terminal of a column, when it is first shown; without it there is none.
     std::function<std::unique_ptr<TerminalViewController>()> makeTerminal;
@@ -62,31 +70,29 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void buildMenus();
     void addModes(QMenu& menu);
     void showShortcuts();
     void arrange();
-    void openFiles();
+    void chooseFiles();
+    void updateWatchedFiles();
     bool confirmsClosing();
     bool runMenuShortcut(const KeyEvent& event);
-    void connectColumn();
+    void connectColumns();
+    void didMeetCommand(const EditorCommand& command);
 
-    void editorPaneDidSetStatus(EditorPane& pane, std::u16string_view text) override;
-    void editorPaneDidBeep(EditorPane& pane) override;
-    std::optional<std::filesystem::path>
-    editorPaneWantsSaveLocation(EditorPane& pane, const std::filesystem::path& proposed) override;
-    void editorPaneDidMeetCommand(EditorPane& pane, const EditorCommand& command) override;
-
-    std::unique_ptr<EditorPane> pane_;
     std::unique_ptr<ModalDialogs> dialogs_;
     QMenuBar* menuBar_;
-    EditorColumn* column_;
+    EditorColumns* columns_;
     StatusLine* statusLine_;
     CommandKey commandKey_;
     std::vector<std::pair<QAction*, std::string_view>> menuActions_;  // With their chords.
     bool isClosing_ = false;
+    std::unique_ptr<OpenFileWatch> fileWatch_;  // Null until it is wanted.
 };
 
 }  // namespace tavrel

@@ -10,6 +10,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace tavrel {
 
 namespace {
@@ -29,33 +31,36 @@ std::filesystem::path enginePath(const QString& path)
 
 }  // namespace
 
-std::size_t QtModalDialogs::ask(const Alert& alert)
+std::size_t QtModalDialogs::ask(const EditorPaneAlert& alert)
 {
+    if (alert.buttons.empty())
+        return 0;
     QMessageBox box(window_);
     box.setIcon(QMessageBox::Warning);
+    box.setWindowTitle(QStringLiteral("Tavrel Code"));
+    box.setTextFormat(Qt::PlainText);  // A file's name is no markup.
     box.setText(QString::fromStdU16String(alert.message));
     box.setInformativeText(QString::fromStdU16String(alert.information));
     std::vector<QAbstractButton*> buttons;
     for (std::size_t i = 0; i < alert.buttons.size(); ++i) {
-        const bool isLast = i + 1 == alert.buttons.size();
-        QPushButton* button =
-            box.addButton(QString::fromStdU16String(alert.buttons[i]),
-                          isLast ? QMessageBox::RejectRole : QMessageBox::AcceptRole);
+        // Buttons of one role stand in the order in which they come.
+        const QString title = QString::fromStdU16String(alert.buttons[i]);
+        QPushButton* button = box.addButton(title, QMessageBox::ActionRole);
+        button->setAccessibleName(title);
         if (i == 0)
             box.setDefaultButton(button);
-        if (isLast)
+        if (i == alert.escapeButton)
             box.setEscapeButton(button);
         buttons.push_back(button);
     }
     box.exec();
-    for (std::size_t i = 0; i < buttons.size(); ++i) {
-        if (buttons[i] == box.clickedButton())
-            return i;
-    }
-    return buttons.empty() ? 0 : buttons.size() - 1;
+    const auto clicked = std::find(buttons.begin(), buttons.end(), box.clickedButton());
+    if (clicked == buttons.end())
+        return alert.escapeButton;
+    return static_cast<std::size_t>(clicked - buttons.begin());
 }
 
-std::optional<std::u16string> QtModalDialogs::askForText(const Alert& alert,
+std::optional<std::u16string> QtModalDialogs::askForText(const EditorPaneAlert& alert,
                                                          std::u16string_view text)
 {
     QDialog dialog(window_);

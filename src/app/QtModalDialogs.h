@@ -12,8 +12,9 @@ class QtModalDialogs final : public ModalDialogs {
 public:
     explicit QtModalDialogs(QWidget* window) : window_(window) {}
 
-    std::size_t ask(const Alert& alert) override;
-    std::optional<std::u16string> askForText(const Alert& alert, std::u16string_view text) override;
+    std::size_t ask(const EditorPaneAlert& alert) override;
+    std::optional<std::u16string> askForText(const EditorPaneAlert& alert,
+                                             std::u16string_view text) override;
     std::vector<std::filesystem::path> filesToOpen(const std::filesystem::path& folder) override;
     std::optional<std::filesystem::path>
     saveLocation(const std::filesystem::path& proposed) override;

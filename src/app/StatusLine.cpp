@@ -1,5 +1,6 @@
 #include "app/StatusLine.h"
 
+#include <QAccessibleWidget>
 #include <QPainter>
 
 namespace tavrel {
@@ -9,10 +10,18 @@ namespace {
 constexpr int horizontalMargin = 10;
 constexpr qsizetype maximumLength = 1024;
 
+QAccessibleInterface* makeAccessible(const QString&, QObject* object)
+{
+    if (auto* line = dynamic_cast<StatusLine*>(object))
+        return new QAccessibleWidget(line, QAccessible::StatusBar);
+    return nullptr;
+}
+
 }  // namespace
 
 StatusLine::StatusLine(const ViewTheme& theme, QWidget* parent) : QWidget(parent), theme_(theme)
 {
+    QAccessible::installFactory(makeAccessible);
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::NoFocus);
 }
@@ -34,6 +43,7 @@ void StatusLine::setText(std::u16string_view text)
     if (line == text_)
         return;
     text_ = line;
+    setAccessibleName(text_);
     update();
 }
 

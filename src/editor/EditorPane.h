@@ -27,6 +27,8 @@
 
 namespace tavrel {
 
+struct CursorBatch;
+
 /// A column has tabs and marks; the input line of an overlay has neither, and hears nothing of
 /// other views of its text.
 enum class EditorPaneKind { column, fieldEditor };
@@ -206,6 +208,9 @@ public:
     bool eraseAtCursors();
     /// Carries out edits at several places as one step of undo.
     void applyEdits(std::vector<ResolvedMultiCursorEdit> edits, TextRange beforeSelection);
+    /// Moves a stretch to another place, as one step of undo, and selects it there. Nothing happens
+    /// where the place lies in the stretch or at its ends.
+    void moveText(TextRange range, std::size_t location);
     void undo();
     void redo();
 
@@ -276,6 +281,8 @@ private:
     void dropPendingEdit();
     void replaceInTextView(TextRange range, const TextSnapshot& replacement);
     void refreshAfterEdit();
+    /// Carries out what has been computed, and records it.
+    void carryOut(CursorBatch batch);
     /// Applies batches one after another. The cursors are left to the caller.
     void changeText(std::span<const std::vector<TextEdit>> batches);
     void applyGroup(const EditorUndoGroup& group, ReplayDirection direction);

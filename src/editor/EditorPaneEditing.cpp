@@ -156,6 +156,11 @@ void EditorPane::applyEdits(std::vector<ResolvedMultiCursorEdit> edits, TextRang
     CursorBatch batch =
         cursorBatch(text(), applicable,
                     {beforeSelection, normalisedCursors(beforeSelection), document().isModified});
+    carryOut(std::move(batch));
+}
+
+void EditorPane::carryOut(CursorBatch batch)
+{
     changeText({&batch.replacements, 1});
     dropPendingEdit();
     activeTab().secondaryCursorLocations = std::move(batch.afterCursors);

@@ -55,12 +55,13 @@ TEST(ColumnSplit, TheDividerStaysInTheColumn)
 /// Answers as it was told, and remembers what it was asked.
 class AnsweringDialogs final : public ModalDialogs {
 public:
-    std::size_t ask(const Alert& alert) override
+    std::size_t ask(const EditorPaneAlert& alert) override
     {
         alerts.push_back(alert);
         return 0;
     }
-    std::optional<std::u16string> askForText(const Alert& alert, std::u16string_view) override
+    std::optional<std::u16string> askForText(const EditorPaneAlert& alert,
+                                             std::u16string_view) override
     {
         alerts.push_back(alert);
         return text;
@@ -75,7 +76,7 @@ public:
     }
 
     std::optional<std::u16string> text;
-    std::vector<Alert> alerts;
+    std::vector<EditorPaneAlert> alerts;
 };
 
 class EditorColumnTest : public testing::Test {
@@ -114,6 +115,11 @@ protected:
         return std::make_unique<TerminalViewController>(
             TerminalServices{queue, home.store, environment, home.home.path(), script.string()});
     }
+    void showTerminal()
+    {
+        column.setTerminalVisible(true);
+        column.focusTerminal();
+    }
     TerminalGridView& grid() { return column.terminalPanel()->gridView(); }
     bool showsSoon(const char* text)
     {
@@ -144,9 +150,9 @@ TEST_F(EditorColumnTest, ThereIsNoTerminalBeforeItIsShown)
     EXPECT_EQ(column.editorView().geometry(), column.rect());
 }
 
-TEST_F(EditorColumnTest, TogglingShowsTheTerminalAndGivesItTheKeys)
+TEST_F(EditorColumnTest, TheTerminalStandsUnderTheEditorAndTakesTheKeys)
 {
-    column.toggleTerminal();
+    showTerminal();
     EXPECT_TRUE(column.isTerminalVisible());
     EXPECT_TRUE(grid().hasFocus());
     EXPECT_EQ(column.editorView().geometry(), QRect(0, 0, 700, 310));
@@ -154,24 +160,26 @@ TEST_F(EditorColumnTest, TogglingShowsTheTerminalAndGivesItTheKeys)
     EXPECT_TRUE(showsSoon("ready"));
 }
 
-TEST_F(EditorColumnTest, TogglingBackHidesItAndKeepsItsShell)
+TEST_F(EditorColumnTest, AHiddenTerminalGivesTheKeysBackAndKeepsItsShell)
 {
-    column.toggleTerminal();
+    showTerminal();
     ASSERT_TRUE(showsSoon("ready"));
-    column.toggleTerminal();
+    column.setTerminalVisible(false);
     EXPECT_FALSE(column.isTerminalVisible());
     EXPECT_TRUE(column.editorView().textView().hasFocus());
     EXPECT_EQ(column.editorView().geometry(), column.rect());
-    column.toggleTerminal();
+    showTerminal();
     EXPECT_EQ(terminalsMade, 1);
     EXPECT_TRUE(grid().shownText().startsWith(QStringLiteral("ready")));
 }
 
-TEST_F(EditorColumnTest, ANewTabShowsTheTerminalFirst)
+TEST_F(EditorColumnTest, ANewTabTakesTheKeys)
 {
     column.newTerminalTab();
-    EXPECT_TRUE(column.isTerminalVisible());
+    EXPECT_EQ(column.terminal(), nullptr);  // There is none while it is hidden.
+    showTerminal();
     EXPECT_EQ(column.terminal()->tabCount(), 1u);
+    column.setFocus();
     column.newTerminalTab();
     EXPECT_EQ(column.terminal()->tabCount(), 2u);
     EXPECT_EQ(tabChanges, 1);
@@ -180,7 +188,7 @@ TEST_F(EditorColumnTest, ANewTabShowsTheTerminalFirst)
 
 TEST_F(EditorColumnTest, TheDividerIsDraggedFromItsOwnPlace)
 {
-    column.toggleTerminal();
+    showTerminal();
     QTest::mousePress(&column, Qt::LeftButton, {}, {100, 312});
     QTest::mouseMove(&column, {100, 202});
     QTest::mouseRelease(&column, Qt::LeftButton, {}, {100, 202});
@@ -190,12 +198,12 @@ TEST_F(EditorColumnTest, TheDividerIsDraggedFromItsOwnPlace)
 
 TEST_F(EditorColumnTest, TheDividerIsTakenHoldOfOverTheEdgesOfItsNeighbours)
 {
-    column.toggleTerminal();
+    showTerminal();
     // The divider stands from 310 to 315.
     QWidget& text = column.editorView().textView();
-    QTest::mousePress(&text, Qt::LeftButton, {}, {100, 305});
-    QTest::mouseMove(&text, {100, 255});
-    QTest::mouseRelease(&text, Qt::LeftButton, {}, {100, 255});
+    QTest::mousePress(&text, Qt::LeftButton, {}, text.mapFrom(&column, QPoint(100, 305)));
+    QTest::mouseMove(&text, text.mapFrom(&column, QPoint(100, 255)));
+    QTest::mouseRelease(&text, Qt::LeftButton, {}, text.mapFrom(&column, QPoint(100, 255)));
     EXPECT_EQ(column.split().chosen(), 260);
     QTest::mousePress(&grid(), Qt::LeftButton, {}, {100, 4});
     QTest::mouseMove(&grid(), {100, 24});
@@ -205,7 +213,7 @@ TEST_F(EditorColumnTest, TheDividerIsTakenHoldOfOverTheEdgesOfItsNeighbours)
 
 TEST_F(EditorColumnTest, FartherFromTheDividerTheMouseBelongsToTheViews)
 {
-    column.toggleTerminal();
+    showTerminal();
     QTest::mousePress(&grid(), Qt::LeftButton, {}, {100, 40});
     QTest::mouseMove(&grid(), {200, 70});
     QTest::mouseRelease(&grid(), Qt::LeftButton, {}, {200, 70});
@@ -215,7 +223,7 @@ TEST_F(EditorColumnTest, FartherFromTheDividerTheMouseBelongsToTheViews)
 
 TEST_F(EditorColumnTest, AnEditorNumberGivesTheKeysToThatEditor)
 {
-    column.toggleTerminal();
+    showTerminal();
     QTest::keyClick(&grid(), Qt::Key_1, Qt::ControlModifier);
     QTest::keyClick(&grid(), Qt::Key_3, Qt::ControlModifier);
     EXPECT_EQ(focusWishes, (std::vector<std::size_t>{0, 2}));
@@ -223,7 +231,7 @@ TEST_F(EditorColumnTest, AnEditorNumberGivesTheKeysToThatEditor)
 
 TEST_F(EditorColumnTest, WhatTheTerminalDoesNotKnowGoesToTheMenus)
 {
-    column.toggleTerminal();
+    showTerminal();
     QTest::keyClick(&grid(), Qt::Key_V, Qt::ControlModifier | Qt::ShiftModifier);
     ASSERT_EQ(menuKeys.size(), 1u);
     EXPECT_EQ(menuKeys[0].modifierFlags, commandModifier);
@@ -232,7 +240,7 @@ TEST_F(EditorColumnTest, WhatTheTerminalDoesNotKnowGoesToTheMenus)
 TEST_F(EditorColumnTest, CopyAndPasteOfTheMenuGoToTheViewWithTheKeys)
 {
     EXPECT_FALSE(column.runInTerminal("copy"));
-    column.toggleTerminal();
+    showTerminal();
     ASSERT_TRUE(showsSoon("ready"));
     grid().setSelection(GridSelection{{0, 0}, {0, 2}});
     EXPECT_TRUE(column.runInTerminal("copy"));
@@ -245,7 +253,7 @@ TEST_F(EditorColumnTest, CopyAndPasteOfTheMenuGoToTheViewWithTheKeys)
 
 TEST_F(EditorColumnTest, ATabIsNamedThroughTheDialogs)
 {
-    column.toggleTerminal();
+    showTerminal();
     dialogs.text = u"  server ";
     column.terminal()->renameTab(0);
     ASSERT_EQ(dialogs.alerts.size(), 1u);
@@ -259,7 +267,7 @@ TEST_F(EditorColumnTest, ATabIsNamedThroughTheDialogs)
 TEST_F(EditorColumnTest, WithoutATerminalToMakeNothingHappens)
 {
     column.setServices({});
-    column.toggleTerminal();
+    showTerminal();
     EXPECT_FALSE(column.isTerminalVisible());
     column.newTerminalTab();
     EXPECT_EQ(column.terminalPanel(), nullptr);

@@ -25,6 +25,35 @@ bool isBlank(char16_t unit)
     return unit == u' ' || unit == u'\t' || unit == u'\u3000';
 }
 
+constexpr char16_t hiddenSign = u'\u25C6';
+
+// What stands in the picture for a unit that would not be seen, or would rearrange what is read: a
+// control character, a mark without width. Null for any other.
+char16_t standIn(std::u16string_view text, std::size_t at)
+{
+    const char16_t unit = text[at];
+    if (unit < 0x20)
+        return unit == u'\t' ? u'\0' : static_cast<char16_t>(0x2400 + unit);
+    if (unit < 0x7F)
+        return u'\0';
+    if (unit == 0x7F)
+        return u'\u2421';
+    if (unit < 0xA0 || unit == 0xAD)
+        return hiddenSign;
+    if (unit == 0x200C || unit == 0x200D) {
+        // Between letters that join, and between the parts of an emoji, these do their work.
+        const bool isNeeded =
+            (at > 0 && text[at - 1] >= 0x0590) || (at + 1 < text.size() && text[at + 1] >= 0x0590);
+        return isNeeded ? u'\0' : hiddenSign;
+    }
+    const bool isHidden = unit == 0x061C || unit == 0x115F || unit == 0x1160 || unit == 0x180E ||
+                          unit == 0x200B || unit == 0x200E || unit == 0x200F ||
+                          (unit >= 0x202A && unit <= 0x202E) ||
+                          (unit >= 0x2060 && unit <= 0x206F) || unit == 0x3164 || unit == 0xFEFF ||
+                          unit == 0xFFA0 || (unit >= 0xFFF9 && unit <= 0xFFFB);
+    return isHidden ? hiddenSign : u'\0';
+}
+
 // Whether a row may end between two units by the rules of scripts that write without blanks.
 // Between two ASCII units only a blank parts rows, as in a text of ASCII alone.
 bool isForeign(char16_t before, char16_t after)
@@ -115,7 +144,12 @@ std::unique_ptr<QTextLayout> ShapedLayout::shape(std::size_t start, std::size_t 
 {
     const QStringView view =
         QStringView(text_).sliced(static_cast<qsizetype>(start), static_cast<qsizetype>(length));
-    auto layout = std::make_unique<QTextLayout>(view.toString(), font_.font());
+    QString shown = view.toString();
+    for (std::size_t i = 0; i < length; ++i) {
+        if (const char16_t sign = standIn(text_, start + i))
+            shown[static_cast<qsizetype>(i)] = sign;
+    }
+    auto layout = std::make_unique<QTextLayout>(shown, font_.font());
     QTextOption option;
     option.setTextDirection(Qt::LeftToRight);
     option.setWrapMode(QTextOption::WrapAnywhere);
@@ -284,6 +318,16 @@ void ShapedLayout::paint(QPainter& painter, std::size_t row, QPointF topLeft, Ro
         format.length = static_cast<int>(to - from);
         format.format.setForeground(QColor::fromRgba(theme.color(run.token)));
         format.format.setFontUnderline(isUnderlined(run.token));
+        formats.append(format);
+    }
+    const QString shown = layout.text();
+    for (qsizetype i = 0; i < shown.size(); ++i) {
+        if (shown[i].unicode() == text_[rowStart(row) + static_cast<std::size_t>(i)])
+            continue;
+        QTextLayout::FormatRange format;
+        format.start = static_cast<int>(i);
+        format.length = 1;
+        format.format.setForeground(QColor::fromRgba(theme.marker));
         formats.append(format);
     }
     // Signs of other fonts may be taller than a row. They are cut off, so that drawing one row

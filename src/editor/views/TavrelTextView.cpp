@@ -1,9 +1,12 @@
 #include "editor/views/TavrelTextView.h"
 
+#include "editor/views/EditorAccessibility.h"
+
 #include <QResizeEvent>
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tavrel {
 
@@ -52,12 +55,15 @@ TavrelTextView::TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegat
     setAttribute(Qt::WA_OpaquePaintEvent);
     setAttribute(Qt::WA_InputMethodEnabled);
     setFocusPolicy(Qt::StrongFocus);
+    setAcceptDrops(true);
     setCursor(Qt::IBeamCursor);
+    QAccessible::installActivationObserver(this);
     showDocument();
 }
 
 TavrelTextView::~TavrelTextView()
 {
+    QAccessible::removeActivationObserver(this);
     observe(nullptr);
     delete completionList_;
 }
@@ -78,6 +84,7 @@ void TavrelTextView::observe(TextStorage* storage)
 void TavrelTextView::showDocument()
 {
     closeCompletions();
+    endPreedit();
     std::shared_ptr<EditorDocument> shown = pane_.activeTab().document;
     observe(&shown->textStorage());
     document_ = std::move(shown);
@@ -128,6 +135,7 @@ void TavrelTextView::updateScale()
 void TavrelTextView::measureFont()
 {
     scale_ = devicePixelRatioF();
+    endPreedit();
     font_ = EditorFont(appearance_.fontName, appearance_.fontSize, scale_);
     rows_.setFont(font_);
     updateWrap();
@@ -176,6 +184,9 @@ void TavrelTextView::resizeEvent(QResizeEvent*)
 void TavrelTextView::storageDidChange(const TextStorage& storage,
                                       std::span<const TextChange> changes)
 {
+    draggedText_.reset();  // What is dragged about is no longer what stands there.
+    if (isAnnouncing_)
+        announce(*this, textAnnouncements(rows_.text(), storage.snapshot(), changes));
     const std::vector<VisibleRow> before = std::move(visible_);
     if (changes.size() == 1) {
         rows_.replaceText(storage.snapshot(), changes[0].oldRange, changes[0].newLength);
@@ -308,6 +319,8 @@ ViewDecorations TavrelTextView::makeDecorations() const
             state.primaryCursor = std::min(selection.location, rows_.text().length());
         state.secondaryCursors = pane_.secondaryCursorLocations();
     }
+    if (dropLocation_)  // Where the text would go stands a cursor, whatever has the keys.
+        state.primaryCursor = std::min(*dropLocation_, rows_.text().length());
     return ViewDecorations::make(state, visible_, decorationMetrics());
 }
 
@@ -318,7 +331,9 @@ void TavrelTextView::setDecorations(ViewDecorations decorations)
     decorations_ = std::move(decorations);
     if (movesPrimary)
         updateMicroFocus(Qt::ImCursorRectangle);
-    if (!changed.isEmpty())
+    if (!preedit_.isEmpty())
+        update();  // What stands beside composed text is not drawn where it is.
+    else if (!changed.isEmpty())
         update(changed);
 }
 
@@ -326,6 +341,25 @@ void TavrelTextView::refreshDecorations()
 {
     closeStaleCompletions();
     setDecorations(makeDecorations());
+    announceSelection();
+}
+
+void TavrelTextView::announceSelection()
+{
+    const TextRange selection = pane_.selectedRange();
+    if (!isAnnouncing_ || selection == announcedSelection_)
+        return;
+    const bool wasSelected = !std::exchange(announcedSelection_, selection).isEmpty();
+    const auto offset = [](std::size_t location) {
+        return static_cast<int>(std::min<std::size_t>(location, 0x7FFFFFFF));
+    };
+    if (wasSelected || !selection.isEmpty()) {
+        QAccessibleTextSelectionEvent event(this, offset(selection.location),
+                                            offset(selection.end()));
+        QAccessible::updateAccessibility(&event);
+    }
+    QAccessibleTextCursorEvent event(this, offset(selection.end()));
+    QAccessible::updateAccessibility(&event);
 }
 
 // --- Places

@@ -5,14 +5,17 @@
 #include "editor/views/CompletionListView.h"
 #include "editor/views/EditorAppearance.h"
 #include "editor/views/EditorFont.h"
+#include "editor/views/PreeditText.h"
 #include "editor/views/TextSelection.h"
 #include "editor/views/ViewDecorations.h"
 #include "editor/views/ViewRows.h"
 #include "editor/views/ViewScroll.h"
 #include "editor/views/ViewTheme.h"
 
+#include <QAccessible>
 #include <QBasicTimer>
 #include <QPointer>
+#include <QUrl>
 #include <QWidget>
 
 #include <cstdint>
@@ -22,6 +25,8 @@
 #include <span>
 #include <string>
 #include <vector>
+
+class QMenu;
 
 namespace tavrel {
 
@@ -35,6 +40,8 @@ public:
     virtual void textViewDidScroll(int dy) = 0;
     /// The view has become the one that takes keys.
     virtual void textViewDidBecomeFirstResponder() = 0;
+    /// The view takes the keys no longer.
+    virtual void textViewDidEndEditing() = 0;
 };
 
 /// Shows the text of a pane's active tab, and turns keys, input methods and the mouse into calls of
@@ -42,7 +49,9 @@ public:
 ///
 /// What it shows is kept as rows and rectangles; a change is followed by drawing the difference.
 /// No event costs time in proportion to the text.
-class TavrelTextView final : public QWidget, private TextStorageObserver {
+class TavrelTextView final : public QWidget,
+                             private TextStorageObserver,
+                             private QAccessible::ActivationObserver {
 public:
     /// The pane is borrowed and outlives the view. `delegate` may be null.
     TavrelTextView(EditorPane& pane, TavrelTextViewDelegate* delegate, QWidget* parent,
@@ -50,6 +59,7 @@ public:
     ~TavrelTextView() override;
 
     void setDelegate(TavrelTextViewDelegate* delegate) { delegate_ = delegate; }
+    EditorPane& pane() { return pane_; }
 
     /// Reads everything of the pane anew.
     void showDocument();
@@ -89,9 +99,14 @@ public:
     /// Sees every key but those of the completion list before the pane does; true ends the matter.
     /// May be empty.
     std::function<bool(const KeyEvent&)> keyInterceptor;
+    /// Opens an address that was clicked, in place of the desktop's own program. May be empty.
+    std::function<void(const QUrl&)> openLink;
     /// Offered each chord that the pane does not know before it is taken as text, so that a menu's
     /// shortcuts come last. May be empty.
     std::function<bool(const QKeyEvent&)> menuShortcut;
+
+    /// What an input method is composing at the cursor.
+    const PreeditText& preedit() const { return preedit_; }
 
     /// Whether keys go to this view as soon as its window has them.
     bool isFirstResponder() const;
@@ -113,6 +128,10 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void contextMenuEvent(QContextMenuEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dragMoveEvent(QDragMoveEvent* event) override;
+    void dragLeaveEvent(QDragLeaveEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
 
 private:
@@ -122,6 +141,7 @@ private:
 
     void storageDidChange(const TextStorage& storage, std::span<const TextChange> changes) override;
     void storageDidChangeTokens(const TextStorage& storage, TextRange range) override;
+    void accessibilityActiveChanged(bool active) override { isAnnouncing_ = active; }
 
     void observe(TextStorage* storage);
     void updateScale();
@@ -133,12 +153,23 @@ private:
     void repaintChangedRows(const std::vector<VisibleRow>& before,
                             std::span<const TextChange> changes);
     void setDecorations(ViewDecorations decorations);
+    void announceSelection();
     ViewDecorations makeDecorations() const;
     DecorationMetrics decorationMetrics() const;
     QRect rowRect(const VisibleRow& row) const;
 
     void paintRow(QPainter& painter, const VisibleRow& row, const QRect& clip) const;
-    void paintPreedit(QPainter& painter) const;
+    /// Where the composed text stands, and how its row makes room for it.
+    struct PreeditPlace {
+        const VisibleRow* row;
+        double x;      // Where the cursor is in the row without it.
+        double shift;  // Of the whole row, at most 0: so that its end is in sight.
+    };
+    std::optional<PreeditPlace> preeditPlace() const;
+    QRectF preeditCursorRect(const PreeditPlace& place) const;
+    void paintPreeditRow(QPainter& painter, const PreeditPlace& place) const;
+    QRectF besidePreedit(const QRectF& rect, const std::optional<PreeditPlace>& place) const;
+    void endPreedit();
 
     /// Whether the key types text where no binding takes it.
     static bool isTyping(const QKeyEvent& event, const KeyEvent& key);
@@ -151,8 +182,18 @@ private:
     void closeStaleCompletions();
     void acceptCompletion(int index);
 
+    /// Whether the click is done with: it picked a colour, opened something or placed a cursor.
+    bool handleSpecialClick(const QMouseEvent& event);
     void beginDrag(const QMouseEvent& event);
+    void followLink(const QString& address);
+    void addLinkItems(QMenu& menu, const QString& address);
     void dragTo(QPointF point);
+    void updateAutoscroll(QPointF point, double margin);
+
+    bool isInSelection(QPointF point) const;
+    void dragText();
+    void dropText(const QDropEvent& event, std::size_t location);
+    void showDropLocation(std::optional<std::size_t> location);
 
     EditorPane& pane_;
     TavrelTextViewDelegate* delegate_;
@@ -166,9 +207,11 @@ private:
     bool isFieldLayout_ = false;
 
     ScrollOrigin origin_;
-    std::vector<VisibleRow> visible_;  // As drawn, or about to be.
-    ViewDecorations decorations_;      // Likewise.
-    QString preedit_;
+    std::vector<VisibleRow> visible_;              // As drawn, or about to be.
+    ViewDecorations decorations_;                  // Likewise.
+    bool isAnnouncing_ = QAccessible::isActive();  // Somebody reads the screen.
+    TextRange announcedSelection_;                 // As programs that read the screen know it.
+    PreeditText preedit_;
 
     QPointer<CompletionListView> completionList_;  // A child of the window.
     std::optional<TextRange> completionRange_;     // What a word would replace, while it is shown.
@@ -183,8 +226,13 @@ private:
     };
     std::optional<VerticalGoal> goal_;
     SelectionDrag drag_;
+    bool hasTakenRightClick_ = false;  // The press before a menu has done something else.
     bool isDragging_ = false;
-    QPointF dragPoint_;
+    QPointF dragPoint_;  // Of the drag that makes a selection, or of one that is over this view.
+    double autoscrollMargin_ = 0;
+    std::optional<QPointF> textDragStart_;  // The press that may become a drag of text.
+    std::optional<TextRange> draggedText_;  // While text of this view is dragged about.
+    std::optional<std::size_t> dropLocation_;
     QBasicTimer autoscrollTimer_;
     int clickCount_ = 0;
     ulong clickTime_ = 0;

@@ -146,6 +146,8 @@ void TavrelTextView::focusOutEvent(QFocusEvent*)
 {
     closeCompletions();
     refreshDecorations();
+    if (delegate_)
+        delegate_->textViewDidEndEditing();
 }
 
 // --- Input methods
@@ -157,7 +159,7 @@ void TavrelTextView::inputMethodEvent(QInputMethodEvent* event)
             update(0, static_cast<int>(rect->top()), width(), static_cast<int>(rect->height()) + 1);
     };
     updateCursorRow();
-    preedit_ = event->preeditString();
+    preedit_.set(*event, font_, appearance_.theme);
     const bool replaces = event->replacementLength() > 0;
     if (!event->commitString().isEmpty() || replaces) {
         const std::u16string text = units(event->commitString());
@@ -197,6 +199,8 @@ QVariant TavrelTextView::inputMethodQuery(Qt::InputMethodQuery query) const
     case Qt::ImEnabled:
         return true;
     case Qt::ImCursorRectangle:
+        if (const auto place = preeditPlace())
+            return preeditCursorRect(*place);
         return cursorRectAt(selection.location).value_or(QRectF());
     case Qt::ImFont:
         return font_.font();

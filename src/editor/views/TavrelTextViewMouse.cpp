@@ -1,6 +1,9 @@
 #include "editor/views/TavrelTextView.h"
 
+#include "platform/Pasteboard.h"
+
 #include <QContextMenuEvent>
+#include <QDesktopServices>
 #include <QGuiApplication>
 #include <QInputMethod>
 #include <QMenu>
@@ -11,6 +14,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace tavrel {
 
@@ -27,12 +31,19 @@ struct ContextItem {
 };
 
 constexpr ContextItem contextItems[] = {
-    {u"Cut", "cut"},
-    {u"Copy", "copy"},
-    {u"Paste", "paste"},
-    {u"", nullptr},
-    {u"Select All", "selectAll"},
+    {u"Undo", "undo"}, {u"Redo", "redo"},   {u"", nullptr}, {u"Cut", "cut"},
+    {u"Copy", "copy"}, {u"Paste", "paste"}, {u"", nullptr}, {u"Select All", "selectAll"},
 };
+
+Qt::KeyboardModifier commandModifierOf(CommandKey key)
+{
+    return key == CommandKey::ctrl ? Qt::ControlModifier : Qt::MetaModifier;
+}
+
+Qt::KeyboardModifier controlModifierOf(CommandKey key)
+{
+    return key == CommandKey::ctrl ? Qt::MetaModifier : Qt::ControlModifier;
+}
 
 }  // namespace
 
@@ -56,7 +67,14 @@ void TavrelTextView::mousePressEvent(QMouseEvent* event)
 {
     closeCompletions();
     pane_.clearLastActionWasTyping();
-    if (event->button() != Qt::LeftButton)
+    if (!preedit_.isEmpty())
+        QGuiApplication::inputMethod()->commit();
+    if (event->button() == Qt::RightButton) {
+        // A colour takes the place of the menu that would follow.
+        hasTakenRightClick_ = pane_.beginColorPicking(offsetAt(event->position()));
+        return;
+    }
+    if (event->button() != Qt::LeftButton || handleSpecialClick(*event))
         return;
     const bool isNear = (event->position() - clickPoint_).manhattanLength() < clickSlop;
     const auto interval =
@@ -66,12 +84,37 @@ void TavrelTextView::mousePressEvent(QMouseEvent* event)
     beginDrag(*event);
 }
 
+bool TavrelTextView::handleSpecialClick(const QMouseEvent& event)
+{
+    const std::size_t location = offsetAt(event.position());
+    const bool isCommand = event.modifiers() & commandModifierOf(appearance_.commandKey);
+    const bool isControl = event.modifiers() & controlModifierOf(appearance_.commandKey);
+    if (isControl && !isCommand)
+        return pane_.beginColorPicking(location);
+    if (isCommand) {
+        if (const std::optional<std::u16string> link = pane_.linkAt(location)) {
+            followLink(QString::fromStdU16String(*link));
+            return true;
+        }
+        setFocus(Qt::MouseFocusReason);
+        pane_.toggleCursor(location);
+        return true;
+    }
+    const auto keys = event.modifiers() & ~Qt::KeypadModifier;
+    return keys == Qt::NoModifier && pane_.clickedAt(location);
+}
+
 void TavrelTextView::mouseDoubleClickEvent(QMouseEvent* event)
 {
     closeCompletions();
     pane_.clearLastActionWasTyping();
     if (event->button() != Qt::LeftButton)
         return;
+    // The second of two clicks that place cursors is a click like the first.
+    if (event->modifiers() & commandModifierOf(appearance_.commandKey)) {
+        handleSpecialClick(*event);
+        return;
+    }
     clickCount_ = 2;
     beginDrag(*event);
 }
@@ -80,12 +123,12 @@ void TavrelTextView::beginDrag(const QMouseEvent& event)
 {
     clickTime_ = event.timestamp();
     clickPoint_ = event.position();
-    if (!preedit_.isEmpty())
-        QGuiApplication::inputMethod()->commit();
     setFocus(Qt::MouseFocusReason);
     const std::size_t location = offsetAt(event.position());
-    if (event.modifiers() & Qt::ControlModifier) {
-        pane_.toggleCursor(location);
+    const bool isPlain = event.modifiers() == Qt::NoModifier;
+    if (clickCount_ == 1 && isPlain && isInSelection(event.position())) {
+        // Until the mouse moves away nobody knows whether the text is to be carried off.
+        textDragStart_ = event.position();
         return;
     }
     pane_.clearSecondaryCursors();
@@ -106,14 +149,27 @@ void TavrelTextView::beginDrag(const QMouseEvent& event)
 
 void TavrelTextView::mouseMoveEvent(QMouseEvent* event)
 {
+    if (textDragStart_) {
+        const double way = (event->position() - *textDragStart_).manhattanLength();
+        if (way >= QGuiApplication::styleHints()->startDragDistance())
+            dragText();
+        return;
+    }
     if (!isDragging_)
         return;
-    dragPoint_ = event->position();
-    dragTo(dragPoint_);
-    const bool isOutside = dragPoint_.y() < 0 || dragPoint_.y() >= height();
-    if (isOutside && !autoscrollTimer_.isActive())
+    dragTo(event->position());
+    updateAutoscroll(event->position(), 0);
+}
+
+// Scrolls on for as long as the point is nearer to an edge than `margin`, or beyond it.
+void TavrelTextView::updateAutoscroll(QPointF point, double margin)
+{
+    dragPoint_ = point;
+    autoscrollMargin_ = margin;
+    const bool isBeyond = point.y() < margin || point.y() >= height() - margin;
+    if (isBeyond && !autoscrollTimer_.isActive())
         autoscrollTimer_.start(autoscrollMilliseconds, this);
-    else if (!isOutside)
+    else if (!isBeyond)
         autoscrollTimer_.stop();
 }
 
@@ -131,12 +187,37 @@ void TavrelTextView::mouseReleaseEvent(QMouseEvent* event)
         return;
     isDragging_ = false;
     autoscrollTimer_.stop();
+    if (std::exchange(textDragStart_, std::nullopt)) {
+        pane_.clearSecondaryCursors();
+        drag_ = SelectionDrag(rows_.text(), offsetAt(event->position()), SelectionUnit::character);
+        pane_.setSelectedRange(drag_.range());
+    }
 }
+
+void TavrelTextView::followLink(const QString& address)
+{
+    const QUrl url(address);
+    const QString scheme = url.scheme().toLower();
+    if (openLink)
+        openLink(url);
+    else if (scheme == QLatin1String("http") || scheme == QLatin1String("https"))
+        QDesktopServices::openUrl(url);
+}
+
+// --- The menu
 
 void TavrelTextView::contextMenuEvent(QContextMenuEvent* event)
 {
+    event->accept();
+    const bool isByMouse = event->reason() == QContextMenuEvent::Mouse;
+    if (isByMouse && std::exchange(hasTakenRightClick_, false))
+        return;
+    const std::size_t location =
+        isByMouse ? offsetAt(event->pos()) : pane_.selectedRange().location;
     auto* menu = new QMenu(this);
     menu->setAttribute(Qt::WA_DeleteOnClose);
+    if (const std::optional<std::u16string> link = pane_.linkAt(location))
+        addLinkItems(*menu, QString::fromStdU16String(*link));
     for (const ContextItem& item : contextItems) {
         if (!item.command) {
             menu->addSeparator();
@@ -146,7 +227,20 @@ void TavrelTextView::contextMenuEvent(QContextMenuEvent* event)
             pane_.runCommand(EditorCommand{command, {}});
         });
     }
-    menu->popup(event->globalPos());
+    QPoint place = event->globalPos();
+    const std::optional<QRectF> cursor = cursorRectAt(location);
+    if (!isByMouse && cursor)
+        place = mapToGlobal(cursor->bottomLeft().toPoint());
+    menu->popup(place);
+}
+
+void TavrelTextView::addLinkItems(QMenu& menu, const QString& address)
+{
+    menu.addAction(QStringLiteral("Open Link"), this, [this, address] { followLink(address); });
+    menu.addAction(QStringLiteral("Copy Link"), this, [this, address] {
+        pane_.services().pasteboard.setContents({address.toStdU16String(), {}});
+    });
+    menu.addSeparator();
 }
 
 void TavrelTextView::timerEvent(QTimerEvent* event)
@@ -156,10 +250,14 @@ void TavrelTextView::timerEvent(QTimerEvent* event)
         return;
     }
     // The farther the mouse is outside, the faster: a row for each row's height.
-    const double beyond = dragPoint_.y() < 0 ? dragPoint_.y() : dragPoint_.y() - height() + 1;
-    const double rowCount = std::clamp(beyond / font_.rowHeight(), -20.0, 20.0);
+    const double top = dragPoint_.y() - autoscrollMargin_;
+    const double bottom = dragPoint_.y() - height() + autoscrollMargin_ + 1;
+    const double rowCount = std::clamp((top < 0 ? top : bottom) / font_.rowHeight(), -20.0, 20.0);
     scrollBy((rowCount < 0 ? std::floor(rowCount) : std::ceil(rowCount)) * font_.rowHeight());
-    dragTo(dragPoint_);
+    if (dropLocation_)
+        showDropLocation(offsetAt(dragPoint_));
+    else
+        dragTo(dragPoint_);
 }
 
 }  // namespace tavrel

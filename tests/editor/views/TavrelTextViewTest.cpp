@@ -125,6 +125,7 @@ TEST(TavrelTextView, ShiftClickAndDragExtend)
     shown.click(1, Qt::ShiftModifier);
     EXPECT_EQ(shown.pane.selectedRange(), (TextRange{1, 3}));
 
+    shown.click(15);
     QTest::lastMouseTimestamp += 2000;
     QTest::mousePress(&shown.textView(), Qt::LeftButton, {}, shown.pointAt(2));
     QTest::mouseMove(&shown.textView(), shown.pointAt(9));
@@ -186,6 +187,105 @@ TEST(TavrelTextView, InputMethodsShowAPreeditAndCommit)
     QCoreApplication::sendEvent(&shown.textView(), &replacing);
     EXPECT_EQ(shown.text(), u"\u65E5xone");
     EXPECT_TRUE(shown.showsWhatIsThere());
+}
+
+// The part of a picture right of `x`, in the row at the top.
+QImage rowFrom(ShownPane& shown, double x, double width)
+{
+    const TavrelTextView& view = shown.textView();
+    return shown.textView().grab().toImage().copy(
+        QRectF(x, 0, width, view.editorFont().rowHeight()).toRect());
+}
+
+TEST(TavrelTextView, ComposedTextMakesRoomForItselfInItsRow)
+{
+    for (const char16_t* script : {u"abc", u"\u306B\u307B", u"\u0634\u0645", u"\u05D0\u05D1"}) {
+        ShownPane shown(u"one two");
+        shown.pane.setSelectedRange({4, 0});
+        const QRectF cursor = *shown.textView().cursorRectAt(4);
+        const double rest = 3 * shown.textView().editorFont().advance();
+        const QImage before = rowFrom(shown, cursor.left() + 2, rest - 2);
+        QInputMethodEvent composing(QString::fromUtf16(script), {});
+        QCoreApplication::sendEvent(&shown.textView(), &composing);
+        const QRectF end = shown.textView().inputMethodQuery(Qt::ImCursorRectangle).toRectF();
+        EXPECT_GT(std::abs(end.left() - cursor.left()) + shown.textView().preedit().width(), 4);
+        const double width = shown.textView().preedit().width();
+        ASSERT_EQ(width, std::floor(width));  // In this font; else the pictures cannot be compared.
+        EXPECT_EQ(rowFrom(shown, cursor.left() + width + 2, rest - 2), before);
+        EXPECT_EQ(shown.text(), u"one two");
+        QInputMethodEvent done;
+        QCoreApplication::sendEvent(&shown.textView(), &done);
+        EXPECT_EQ(shown.textView().inputMethodQuery(Qt::ImCursorRectangle).toRectF(), cursor);
+        EXPECT_TRUE(shown.showsWhatIsThere());
+    }
+}
+
+TEST(TavrelTextView, TheEndOfComposedTextStaysInSight)
+{
+    ShownPane shown(std::u16string(60, u'w'));
+    shown.pane.setSelectedRange({60, 0});
+    QInputMethodEvent composing(QString(70, QLatin1Char('m')), {});
+    QCoreApplication::sendEvent(&shown.textView(), &composing);
+    const QRectF end = shown.textView().inputMethodQuery(Qt::ImCursorRectangle).toRectF();
+    EXPECT_LE(end.right(), shown.textView().width());
+    EXPECT_TRUE(shown.showsWhatIsThere());
+}
+
+TEST(TavrelTextView, TheInputMethodSaysWhereItsCursorStands)
+{
+    ShownPane shown(u"");
+    QList<QInputMethodEvent::Attribute> attributes{{QInputMethodEvent::Cursor, 1, 1, {}}};
+    QInputMethodEvent composing(QStringLiteral("abc"), attributes);
+    QCoreApplication::sendEvent(&shown.textView(), &composing);
+    EXPECT_NEAR(shown.textView().preedit().cursorX(), shown.textView().editorFont().advance(), 0.5);
+}
+
+TEST(TavrelTextView, AnotherTabEndsWhatIsComposed)
+{
+    ShownPane shown(u"one");
+    QInputMethodEvent composing(QStringLiteral("abc"), {});
+    QCoreApplication::sendEvent(&shown.textView(), &composing);
+    shown.pane.showDocument(std::make_shared<EditorDocument>(std::nullopt, TextSnapshot(u"two")));
+    EXPECT_TRUE(shown.textView().preedit().isEmpty());
+    EXPECT_TRUE(shown.showsWhatIsThere());
+}
+
+TEST(TavrelTextView, WhatHasNoFormOfItsOwnIsDrawnAndTakesTheCursor)
+{
+    for (const char16_t unit : {u'\x01', u'\x1B', u'\x7F', u'\x80', u'\u00AD', u'\u200B', u'\u202E',
+                                u'\u2066', u'\uFEFF', u'\u200D'}) {
+        ShownPane shown(std::u16string(u"ab") + unit + u"cd");
+        const double before = shown.textView().cursorRectAt(2)->left();
+        const double behind = shown.textView().cursorRectAt(3)->left();
+        EXPECT_GE(behind - before, 4) << static_cast<unsigned>(unit);
+        shown.click(2);
+        EXPECT_EQ(shown.pane.selectedRange().location, 2u);
+        shown.press(Qt::Key_Right);
+        EXPECT_EQ(shown.pane.selectedRange().location, 3u);
+        const QImage picture = rowFrom(shown, before + 2, behind - before - 2);
+        bool isDrawn = false;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                isDrawn = isDrawn || picture.pixel(x, y) != shown.textView().theme().background;
+        }
+        EXPECT_TRUE(isDrawn) << static_cast<unsigned>(unit);
+    }
+}
+
+TEST(TavrelTextView, WhatWouldRearrangeTheTextDoesNot)
+{
+    // Letters stand where they stand in the text, so nothing is hidden from whoever reads it.
+    ShownPane shown(u"a\u202Ebcd");
+    for (std::size_t i = 1; i <= 5; ++i)
+        EXPECT_GT(shown.textView().cursorRectAt(i)->left(),
+                  shown.textView().cursorRectAt(i - 1)->left());
+}
+
+TEST(TavrelTextView, JoinersWorkWhereTheyAreNeeded)
+{
+    ShownPane shown(u"\u0645\u06CC\u200C\u062E");
+    ShownPane without(u"\u0645\u06CC\u25C6\u062E");
+    EXPECT_NE(shown.textView().grab().toImage(), without.textView().grab().toImage());
 }
 
 TEST(TavrelTextView, InputMethodsSeeOnlyTheTextAroundTheCursor)

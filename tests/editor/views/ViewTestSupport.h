@@ -45,6 +45,13 @@ public:
         settle();
     }
 
+    void setLineDiff(std::optional<GitLineDiff> diff)
+    {
+        pane.document().gitLineDiff = std::move(diff);
+        pane.document().postDidChangeGitLineDiff();
+        settle();
+    }
+
     /// Lets the window draw what is waiting to be drawn.
     void settle() { QCoreApplication::processEvents(); }
 

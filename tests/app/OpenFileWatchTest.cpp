@@ -1,0 +1,74 @@
+#include "app/OpenFileWatch.h"
+
+#include "MainWindowFixture.h"
+
+namespace tavrel {
+namespace {
+
+class FakeFolderWatch final : public FolderWatch {
+public:
+    FakeFolderWatch(FolderWatchDelegate& told, FakeFolderWatch*& self) : delegate(told)
+    {
+        self = this;
+    }
+    void setFolders(const std::vector<std::filesystem::path>& wanted) override { folders = wanted; }
+
+    FolderWatchDelegate& delegate;
+    std::vector<std::filesystem::path> folders;
+};
+
+class OpenFileWatchTest : public MainWindowTest {
+protected:
+    OpenFileWatchTest()
+    {
+        window.startWatchingFiles(mainQueue, [this](FolderWatchDelegate& delegate) {
+            return std::make_unique<FakeFolderWatch>(delegate, watch);
+        });
+    }
+
+    FakeFolderWatch* watch = nullptr;
+};
+
+TEST_F(OpenFileWatchTest, FollowsTheFoldersOfOpenFiles)
+{
+    EXPECT_TRUE(watch->folders.empty());
+    const std::filesystem::path path = file("a.txt", "text");
+    window.pane().openLocation(path);
+    EXPECT_EQ(watch->folders, std::vector{path.parent_path()});
+    window.pane().removeTab(0);
+    EXPECT_TRUE(watch->folders.empty());
+}
+
+TEST_F(OpenFileWatchTest, FollowsALinkToWhereItLeads)
+{
+    const std::filesystem::path base = folder.path().toStdString();
+    std::filesystem::create_directory(base / "far");
+    std::ofstream(base / "far" / "real.txt") << "text";
+    std::filesystem::create_symlink(base / "far" / "real.txt", base / "link.txt");
+    window.pane().openLocation(base / "link.txt");
+    const auto real = std::filesystem::canonical(base / "far");
+    EXPECT_EQ(watch->folders, (std::vector{base, real}));
+}
+
+TEST_F(OpenFileWatchTest, NewsAreLookedAtOnceTheyHaveSettled)
+{
+    window.pane().openLocation(file("a.txt", "old"));
+    file("a.txt", "changed");
+    watch->delegate.folderDidChange(folder.path().toStdString());
+    EXPECT_EQ(text(), u"old");
+    file("a.txt", "changed again");
+    watch->delegate.folderDidChange(folder.path().toStdString());
+    mainQueue.advance(0.099);
+    EXPECT_EQ(text(), u"old");
+    mainQueue.advance(0.001);
+    EXPECT_EQ(text(), u"changed again");
+}
+
+TEST_F(OpenFileWatchTest, SaysWhenTheSystemHasNoWatchesLeft)
+{
+    watch->delegate.folderWatchDidRunOut();
+    EXPECT_TRUE(window.statusLine().text().contains(QStringLiteral("not watched")));
+}
+
+}  // namespace
+}  // namespace tavrel
