@@ -226,7 +226,10 @@ TEST_F(TerminalProgramsTest, VimFollowsANewSize)
     ASSERT_TRUE(waitForRow(22, " 23 line 23"));
     view.size = TerminalSize{50, 40};
     panel().syncGridSize();
-    ASSERT_TRUE(waitForRow(38, " 39 line 39"));
+    // The editor is done with a picture once the cursor is back in the text.
+    ASSERT_TRUE(waitForScreen([this](const Rows& rows) {
+        return rows[38] == " 39 line 39" && emulator().cursorY() == 0 && emulator().cursorX() == 4;
+    }));
     EXPECT_EQ(screen()[0], "  1 line 1");
     view.size = TerminalSize{30, 8};
     panel().syncGridSize();
@@ -288,10 +291,9 @@ TEST_F(TerminalProgramsTest, TmuxSplitsItsScreenWithLines)
     home.home.write(".tmux.conf", "set -g status on\nset -g status-right ''\n"
                                   "set -g default-command '/bin/bash'\n");
     home.home.write(".bashrc", "PS1='in> '\n");
-    runInBash("tmux -S $HOME/socket new-session -s name");
-    ASSERT_TRUE(waitForRow(0, "in>"));
+    // Side by side: 40 columns, a line, 39 columns.
+    runInBash("tmux -S $HOME/socket new-session -s name ';' split-window -h");
     ASSERT_TRUE(waitForScreen([](const Rows& rows) { return rows[23].starts_with("[name] 0:"); }));
-    type("\x02%");  // Side by side: 40 columns, a line, 39 columns.
     ASSERT_TRUE(waitForScreen([](const Rows& rows) {
         const std::string line = "\xE2\x94\x82";
         return rows[0] == "in>" + std::string(37, ' ') + line + "in>";

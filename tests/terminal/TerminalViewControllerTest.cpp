@@ -103,6 +103,17 @@ TEST_F(TerminalPanelTest, AProgramThatNeverReadsItsRepliesGetsNoMoreOfThem)
     EXPECT_LT(fileText("keys").size(), 200'000U);
 }
 
+TEST_F(TerminalPanelTest, AReplyBehindALongPasteIsNotLost)
+{
+    useShell("stty raw -echo; mkfifo go; echo ready; read line <go; exec cat >keys");
+    shownPanel();
+    ASSERT_TRUE(waitForText("ready"));
+    panel().sendInput(std::string(300'000, 'p'));
+    emulator().feed("\x1B[6n");
+    std::ofstream(home.home / "go") << "go\n";
+    EXPECT_TRUE(waitForFile("keys", "p\x1B[2;6R"));
+}
+
 // Starting.
 
 TEST_F(TerminalPanelTest, AShellStartsAsALoginShellAtHomeAndKnowsItsTerminal)
@@ -682,7 +693,7 @@ TEST_F(TerminalPanelTest, RestoringKeepsTheShellsThatRun)
 
 TEST_F(TerminalPanelTest, MoreFoldersThanTabsAreIgnored)
 {
-    panel().restoreTabs({u"a"}, {"/usr", "/var", "/tmp"});
+    panel().restoreTabs({u"a"}, {"/usr", "/var", "/opt"});
     EXPECT_EQ(panel().tabWorkingDirectories(), Paths{"/usr"});
 }
 
