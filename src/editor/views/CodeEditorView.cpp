@@ -44,8 +44,10 @@ CodeEditorView::CodeEditorView(EditorPane& pane, QWidget* parent,
       lineNumberGutterView_(new EditorLineNumberGutterView(*textView_, this)),
       scrollBar_(new EditorScrollBar(textView_->theme(), this))
 {
+    // Before anything is named: with its name a widget gets the interface that it then keeps.
     installEditorAccessibility();
     setFocusProxy(textView_);
+    tabScrollView_->setAccessibleName(QStringLiteral("Tabs"));
     lineNumberGutterView_->setAccessibleName(QStringLiteral("Line numbers"));
     scrollBar_->setAccessibleName(QStringLiteral("Scroll bar"));
     rangeTimer_.setSingleShot(true);

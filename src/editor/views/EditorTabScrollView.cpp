@@ -30,7 +30,6 @@ EditorTabScrollView::EditorTabScrollView(const ViewTheme& theme, QWidget* parent
 {
     setAttribute(Qt::WA_OpaquePaintEvent);
     setFocusPolicy(Qt::NoFocus);
-    setAccessibleName(QStringLiteral("Tabs"));
 }
 
 EditorTabDragView* EditorTabScrollView::makeTab()

@@ -38,8 +38,8 @@ TerminalGridView::TerminalGridView(Pasteboard& pasteboard, QWidget* parent,
     setAttribute(Qt::WA_InputMethodEnabled);
     setFocusPolicy(Qt::StrongFocus);
     setCursor(Qt::IBeamCursor);
+    installGridAccessibility();  // With its name a widget gets the interface that it then keeps.
     setAccessibleName(QStringLiteral("Terminal"));
-    installGridAccessibility();
     measureFont();
 }
 
