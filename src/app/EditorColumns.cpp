@@ -175,10 +175,8 @@ void EditorColumns::toggleTerminal()
 
 void EditorColumns::newTerminalTab()
 {
-    if (!isTerminalVisible_) {
+    if (!isTerminalVisible_)
         toggleTerminal();
-        return;
-    }
     std::size_t target = activeIndex_;
     for (std::size_t i = 0; i < visibleCount_; ++i) {
         if (column(i).terminalHasFocus())

@@ -60,8 +60,8 @@ public:
     /// to the editor.
     void toggleTerminal();
     bool isTerminalVisible() const { return isTerminalVisible_; }
-    /// One more tab in the terminal that has the keys, or in that of the active column. Where the
-    /// terminals were hidden they are shown, and that is all.
+    /// One more tab in the terminal that has the keys, or in that of the active column. Shows the
+    /// terminals where they are hidden.
     void newTerminalTab();
     /// Runs an editing command of a menu in the terminal that has the keys; false where none has.
     bool runInTerminal(std::string_view command);
