@@ -97,13 +97,10 @@ void EditorColumn::toggleTerminal()
 
 void EditorColumn::newTerminalTab()
 {
-    const bool isFirst = !panel_;
     setTerminalVisible(true);
     if (!panel_)
         return;
-    // The first showing brings a tab with it.
-    if (!isFirst)
-        terminal_->newTab();
+    terminal_->newTab();
     panel_->setFocus();
 }
 

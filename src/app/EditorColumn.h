@@ -63,7 +63,7 @@ public:
     void setTerminalVisible(bool isVisible);
     /// The user's own wish: the keys go to what is shown, or back to the editor.
     void toggleTerminal();
-    /// Shows the terminal, and adds a tab where it was already there.
+    /// Shows the terminal and adds a tab to those it has.
     void newTerminalTab();
     /// Runs an editing command of a menu in the terminal, where that has the keys: copying and
     /// pasting; others mean nothing there. Whether the terminal has the keys.

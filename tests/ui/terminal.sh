@@ -93,7 +93,11 @@ ui_keys ctrl+1
 ui_type 'x'
 ui_keys ctrl+s
 ui_wait "Ctrl+1 gives the keys to the editor" ui_file_is "$file" $'xone\n'
-ui_keys ctrl+a ctrl+c ctrl+grave ctrl+grave
+ui_keys ctrl+t
+ui_wait "Ctrl+T in the editor opens a tab" ui_children_are 2
+xdotool key --clearmodifiers ctrl+shift+w
+ui_wait "Ctrl+Shift+W closes it again" ui_children_are 1
+ui_keys ctrl+1 ctrl+a ctrl+c ctrl+grave ctrl+grave
 ui_type 'cat > pasted.txt'
 ui_keys Return
 xdotool key --clearmodifiers ctrl+shift+v
