@@ -16,6 +16,7 @@
 #include "platform/Environment.h"
 #include "platform/PosixFileSystem.h"
 #include "platform/PrivateFolder.h"
+#include "platform/ThreadPool.h"
 #include "platform/Utf8.h"
 #include "platform/qt/QtFolderWatch.h"
 #include "platform/qt/QtMainQueue.h"
@@ -39,6 +40,9 @@
 namespace tavrel {
 
 namespace {
+
+// One for long work, one for what must not wait for that.
+constexpr std::size_t backgroundThreads = 2;
 
 QPalette paletteOf(const ViewTheme& theme)
 {
@@ -81,7 +85,7 @@ public:
                                                QFile::encodeName(QDir::tempPath()).toStdString())),
           store_(store),
           window_({clock_, mainQueue_, fileSystem, pasteboard_, calendar_, pathOf(privateFolder_),
-                   [this](const auto& url) { return store_.languageMode(url); }},
+                   [this](const auto& url) { return store_.languageMode(url); }, &globalQueue_},
                   options.size, store_.values()),
           reloader_(store_, mainQueue_, *this, [](FolderWatchDelegate& delegate) {
               return std::make_unique<QtFolderWatch>(delegate);
@@ -176,6 +180,7 @@ private:
     PosixFileSystem& fileSystem_;
     SteadyClock clock_;
     QtMainQueue mainQueue_;
+    ThreadPool globalQueue_{backgroundThreads};
     QtPasteboard pasteboard_;
     LocalCalendar calendar_;
     tl::expected<PrivateFolder, FileError> privateFolder_;

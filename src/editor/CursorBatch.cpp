@@ -37,10 +37,14 @@ public:
         batch_.afterSelection = clampedRange(batch_.afterSelection, newLength);
         batch_.afterCursors =
             CursorLocations::normalised(std::move(cursors_), newLength, batch_.afterSelection);
-        for (EditorUndoSnapshot& snapshot : batch_.snapshots) {
-            snapshot.afterSelection = batch_.afterSelection;
-            snapshot.afterSecondaryCursorLocations = batch_.afterCursors;
-        }
+        const auto state = std::make_shared<const EditorUndoState>(
+            EditorUndoState{.beforeSelection = before_.selection,
+                            .afterSelection = batch_.afterSelection,
+                            .beforeSecondaryCursorLocations = before_.cursors,
+                            .afterSecondaryCursorLocations = batch_.afterCursors,
+                            .beforeIsModified = before_.isModified});
+        for (EditorUndoSnapshot& snapshot : batch_.snapshots)
+            snapshot.state = state;
         return std::move(batch_);
     }
 
@@ -69,9 +73,7 @@ private:
             {.replacementRange = {moved(edit.range.location), edit.range.length},
              .replacedText = std::move(replaced),
              .insertedText = edit.replacement,
-             .beforeSelection = before_.selection,
-             .beforeSecondaryCursorLocations = before_.cursors,
-             .beforeIsModified = before_.isModified});
+             .state = nullptr});
         batch_.replacements.push_back({edit.range, edit.replacement});
     }
 

@@ -1,5 +1,7 @@
 #include "editor/EditorDocument.h"
 
+#include "editor/TextDifference.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -12,8 +14,8 @@ EditorDocument::EditorDocument(std::optional<std::filesystem::path> fileUrl, Tex
 
 void EditorDocument::setText(const TextSnapshot& text)
 {
-    if (!(text == this->text()))
-        textStorage_.replace({0, textStorage_.length()}, text);
+    if (const std::optional<TextEdit> edit = differingStretch(this->text(), text))
+        textStorage_.replace(edit->range, edit->replacement);
 }
 
 bool EditorDocument::isEmpty() const
@@ -33,16 +35,35 @@ void EditorDocument::removeObserver(EditorDocumentObserver& observer)
         observers_.erase(place);
 }
 
-void EditorDocument::postDidChange(const EditorPane* source, bool needsStyling)
+template<class Tell>
+void EditorDocument::tellObservers(Tell tell)
 {
     // A copy: an observer may come or go while it is told.
     const std::vector<EditorDocumentObserver*> observers = observers_;
     for (EditorDocumentObserver* observer : observers) {
-        const bool isStillThere =
-            std::find(observers_.begin(), observers_.end(), observer) != observers_.end();
-        if (isStillThere)
-            observer->editorDocumentDidChange(*this, source, needsStyling);
+        if (std::find(observers_.begin(), observers_.end(), observer) != observers_.end())
+            tell(*observer);
     }
+}
+
+void EditorDocument::postDidChange(const EditorPane* source, bool needsStyling)
+{
+    tellObservers([&](EditorDocumentObserver& observer) {
+        observer.editorDocumentDidChange(*this, source, needsStyling);
+    });
+}
+
+void EditorDocument::postDidMove()
+{
+    tellObservers(
+        [this](EditorDocumentObserver& observer) { observer.editorDocumentDidMove(*this); });
+}
+
+void EditorDocument::postDidChangeGitLineDiff()
+{
+    tellObservers([this](EditorDocumentObserver& observer) {
+        observer.editorDocumentDidChangeGitLineDiff(*this);
+    });
 }
 
 }  // namespace tavrel

@@ -2,7 +2,6 @@
 
 #include "editor/PaneCommands.h"
 #include "editor/dispatch/KeyTranslator.h"
-#include "platform/FileSystem.h"
 #include "platform/Unicode.h"
 #include "platform/Utf8.h"
 
@@ -12,22 +11,6 @@
 namespace tavrel {
 
 namespace {
-
-std::filesystem::path standardised(const std::filesystem::path& path)
-{
-    return path.lexically_normal();
-}
-
-std::u16string fileName(const std::filesystem::path& path)
-{
-    return utf16FromUtf8(path.filename().native());
-}
-
-std::u16string failureText(std::u16string_view what, const std::filesystem::path& path,
-                           const FileError& error)
-{
-    return std::u16string(what) + fileName(path) + u": " + utf16FromUtf8(error.message);
-}
 
 /// Whether typing `typed` counts as typing a word: one character that can stand in one.
 bool isOneWordCharacter(std::u16string_view typed)
@@ -41,8 +24,9 @@ bool isOneWordCharacter(std::u16string_view typed)
 
 }  // namespace
 
-EditorPane::EditorPane(EditorPaneServices services, EditorPaneSettings settings)
-    : services_(services)
+EditorPane::EditorPane(EditorPaneServices services, EditorPaneSettings settings,
+                       EditorPaneKind kind)
+    : services_(std::move(services)), kind_(kind), files_(*this), gitMarks_(*this)
 {
     setSettings(settings);
     addTab(makeTab(std::make_shared<EditorDocument>()));
@@ -50,8 +34,15 @@ EditorPane::EditorPane(EditorPaneServices services, EditorPaneSettings settings)
 
 EditorPane::~EditorPane()
 {
+    self_.reset();
     for (const std::shared_ptr<EditorTab>& tab : tabs_)
         stopObserving(*tab->document);
+}
+
+void EditorPane::setView(EditorPaneView* view)
+{
+    view_ = view;
+    shownTabs_.reset();
 }
 
 void EditorPane::setSettings(const EditorPaneSettings& settings)
@@ -61,232 +52,55 @@ void EditorPane::setSettings(const EditorPaneSettings& settings)
     settings_.columnWidth = std::max(settings.columnWidth, 1);
 }
 
-std::shared_ptr<EditorTab> EditorPane::makeTab(std::shared_ptr<EditorDocument> document) const
+// --- Focus and questions
+
+void EditorPane::didBecomeFirstResponder()
 {
-    auto tab = std::make_shared<EditorTab>();
-    tab->language = languageMode(document->url);
-    tab->document = std::move(document);
-    return tab;
+    if (delegate_)
+        delegate_->editorPaneDidBecomeActive(*this);
 }
 
-std::shared_ptr<const LanguageMode>
-EditorPane::languageMode(const std::optional<std::filesystem::path>& url) const
+void EditorPane::takeFocus()
 {
-    static const auto plainMode = std::make_shared<const LanguageMode>(LanguageMode::plain());
-    return services_.languageModeForURL ? services_.languageModeForURL(url) : plainMode;
-}
-
-void EditorPane::refreshLanguages()
-{
-    for (const std::shared_ptr<EditorTab>& tab : tabs_)
-        tab->language = languageMode(tab->document->url);
-    refreshStatus();
-}
-
-void EditorPane::addTab(std::shared_ptr<EditorTab> tab)
-{
-    tab->document->addObserver(*this);
-    tab->document->textStorage().addObserver(this);
-    tabs_.push_back(std::move(tab));
-}
-
-void EditorPane::stopObserving(EditorDocument& observed)
-{
-    observed.removeObserver(*this);
-    observed.textStorage().removeObserver(this);
-}
-
-void EditorPane::selectTab(std::size_t index)
-{
-    if (index >= tabs_.size() || index == activeTabIndex_)
-        return;
-    storeTabState();
-    showTab(index);
-}
-
-void EditorPane::showTab(std::size_t index)
-{
-    activeTabIndex_ = index;
-    applyTabState();
-}
-
-void EditorPane::openLocation(const std::filesystem::path& path)
-{
-    if (const std::optional<std::size_t> open = tabShowing(standardised(path))) {
-        selectTab(*open);
-        return;
-    }
-    showLoaded(path, readDocument(services_.fileSystem, path));
-}
-
-void EditorPane::showLoaded(const std::filesystem::path& path, LoadResult loaded)
-{
-    if (const std::optional<std::size_t> open = tabShowing(standardised(path))) {
-        selectTab(*open);
-        return;
-    }
-    if (!loaded) {
-        setStatus(failureText(u"Could not open ", path, loaded.error()));
-        return;
-    }
-    auto document = std::make_shared<EditorDocument>(standardised(path), std::move(loaded->text));
-    document->diskStatus = loaded->status;
-    showDocument(std::move(document));
-}
-
-void EditorPane::showDocument(std::shared_ptr<EditorDocument> shown)
-{
-    storeTabState();
-    const bool replacesEmptyTab = tabs_.size() == 1 && document().isEmpty();
-    addTab(makeTab(std::move(shown)));
-    showTab(tabs_.size() - 1);
-    if (replacesEmptyTab)
-        removeTab(0);
-}
-
-void EditorPane::removeTab(std::size_t index)
-{
-    if (index >= tabs_.size())
-        return;
-    const bool wasActive = index == activeTabIndex_;
-    if (!wasActive)
-        storeTabState();
-    stopObserving(*tabs_[index]->document);
-    tabs_.erase(tabs_.begin() + static_cast<std::ptrdiff_t>(index));
-    if (tabs_.empty())
-        addTab(makeTab(std::make_shared<EditorDocument>()));
-    if (index < activeTabIndex_)
-        --activeTabIndex_;
-    activeTabIndex_ = std::min(activeTabIndex_, tabs_.size() - 1);
-    if (wasActive)
-        applyTabState();
-    else if (view_)
-        view_->paneDidChangeTabs();
-}
-
-std::optional<std::size_t> EditorPane::tabShowing(const std::filesystem::path& url) const
-{
-    const auto tab = std::find_if(tabs_.begin(), tabs_.end(), [&url](const auto& candidate) {
-        return candidate->document->url == url;
-    });
-    if (tab == tabs_.end())
-        return std::nullopt;
-    return static_cast<std::size_t>(tab - tabs_.begin());
-}
-
-void EditorPane::storeTabState()
-{
-    EditorTab& tab = activeTab();
-    const SelectedWordOccurrences* occurrences = validOccurrences();
-    if (!occurrences)
-        tab.selectedWordOccurrences.reset();
-    tab.selectedRange = clampedRange(selectedRange(), text().length());
-    tab.secondaryCursorLocations = normalisedCursors(tab.selectedRange);
+    didBecomeFirstResponder();
     if (view_)
-        tab.scrollOrigin = view_->scrollOrigin();
+        view_->paneWantsFocus();
 }
 
-void EditorPane::applyTabState()
-{
-    guard_ = Guard::applyingTabState;
-    dropPendingEdit();
-    EditorTab& tab = activeTab();
-    const std::size_t length = text().length();
-    if (tab.selectedWordOccurrences)
-        selectedRanges_ = survivingOccurrences(text(), *tab.selectedWordOccurrences);
-    if (!tab.selectedWordOccurrences || selectedRanges_.empty())
-        selectedRanges_ = {clampedRange(tab.selectedRange, length)};
-    tab.secondaryCursorLocations = normalisedCursors(selectedRange());
-    goalX_.reset();
-    occurrencesRevision_.reset();
-    guard_ = Guard::none;
-    lastActionWasTyping_ = false;
-    if (view_) {
-        view_->paneDidShowDocument();
-        view_->setScrollOrigin(tab.scrollOrigin);
-        view_->paneDidChangeTabs();
-    }
-    refreshStatus();
-}
-
-void EditorPane::save()
-{
-    storeTabState();
-    if (document().url)
-        writeTo(*document().url, u"saved", u"Could not save ");
-    else
-        saveAs();
-}
-
-void EditorPane::saveAs()
+std::optional<std::size_t> EditorPane::ask(std::shared_ptr<EditorDocument> asked,
+                                           const EditorPaneAlert& alert)
 {
     if (!delegate_)
-        return;
-    storeTabState();
-    const std::filesystem::path proposed =
-        document().url ? *document().url : std::filesystem::path("untitled.txt");
-    const std::optional<std::filesystem::path> chosen =
-        delegate_->editorPaneWantsSaveLocation(*this, proposed);
-    if (chosen)
-        writeTo(standardised(*chosen), u"saved", u"Could not save ");
+        return alert.escapeButton;
+    const WeakEditorPane self = weakReference();
+    const DocumentQuestion question(std::move(asked));
+    const std::size_t answer = delegate_->editorPaneWantsAnswer(*this, alert);
+    return self.get() ? std::optional(answer) : std::nullopt;
 }
 
-void EditorPane::autosave()
+std::optional<std::filesystem::path>
+EditorPane::askWhereToSave(std::shared_ptr<EditorDocument> asked,
+                           const std::filesystem::path& proposed)
 {
-    if (document().isModified && document().url && !hasChangedOnDisk())
-        writeTo(*document().url, u"autosaved", u"Could not autosave ");
+    if (!delegate_ || asked->isAskedAbout())
+        return std::nullopt;
+    const WeakEditorPane self = weakReference();
+    const DocumentQuestion question(std::move(asked));
+    auto chosen = delegate_->editorPaneWantsSaveLocation(*this, proposed);
+    return self.get() ? std::move(chosen) : std::nullopt;
 }
 
-/// Any difference counts, not only a later date: a file may have been replaced by an older one.
-bool EditorPane::hasChangedOnDisk() const
+std::vector<EditorPane*> EditorPane::editors()
 {
-    const std::optional<FileStatus>& known = document().diskStatus;
-    const auto present = services_.fileSystem.status(*document().url);
-    return known && present &&
-           (present->date != known->date || present->identity != known->identity);
+    std::vector<EditorPane*> editors;
+    if (delegate_)
+        editors = delegate_->editorPaneWantsEditors(*this);
+    if (std::find(editors.begin(), editors.end(), this) == editors.end())
+        editors.push_back(this);
+    return editors;
 }
 
-void EditorPane::writeTo(const std::filesystem::path& path, std::u16string_view doneWord,
-                         std::u16string_view failure)
-{
-    const auto written = writeDocument(services_.fileSystem, path, text(), services_.asideFolder);
-    if (!written) {
-        setStatus(failureText(failure, path, written.error()));
-        return;
-    }
-    didSave(path, *written, doneWord);
-}
-
-void EditorPane::didSave(const std::filesystem::path& path, const FileStatus& status,
-                         std::u16string_view doneWord)
-{
-    EditorDocument& saved = document();
-    const bool isRenamed = saved.url != path;
-    saved.url = path;
-    if (isRenamed)
-        activeTab().language = languageMode(saved.url);
-    saved.isModified = false;
-    saved.diskStatus = status;
-    if (view_)
-        view_->paneDidChangeTabs();
-    refreshStatus(doneWord);
-    saved.postDidChange(this, false);
-}
-
-void EditorPane::reloadUnmodified(const std::filesystem::path& path)
-{
-    const std::optional<std::size_t> index = tabShowing(standardised(path));
-    if (!index || tabs_[*index]->document->isModified)
-        return;
-    EditorDocument& reloaded = *tabs_[*index]->document;
-    LoadResult loaded = readDocument(services_.fileSystem, *reloaded.url);
-    if (!loaded)
-        return;
-    reloaded.setText(loaded->text);
-    reloaded.history().clear();
-    reloaded.diskStatus = loaded->status;
-    reloaded.postDidChange(nullptr, true);
-}
+// --- Keys and commands
 
 bool EditorPane::keyDown(const KeyEvent& event)
 {
@@ -332,6 +146,8 @@ void EditorPane::beep()
         delegate_->editorPaneDidBeep(*this);
 }
 
+// --- Status
+
 void EditorPane::setStatus(std::u16string status)
 {
     statusText_ = std::move(status);
@@ -351,6 +167,15 @@ void EditorPane::refreshStatus(std::u16string_view word)
     if (!word.empty())
         status.append(u" | ").append(word);
     setStatus(std::move(status));
+}
+
+void EditorPane::documentWasSaved(EditorDocument& saved, std::u16string_view doneWord)
+{
+    tellTabsChanged();
+    if (&saved != &document())
+        return;
+    refreshStatus(doneWord);
+    gitMarks_.schedule(0.0);
 }
 
 }  // namespace tavrel

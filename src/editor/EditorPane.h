@@ -1,14 +1,17 @@
 #pragma once
 
-#include "editor/DocumentFile.h"
 #include "editor/EditorDocument.h"
+#include "editor/EditorGitMarks.h"
 #include "editor/EditorPaneDelegate.h"
+#include "editor/EditorPaneFiles.h"
 #include "editor/EditorPaneServices.h"
 #include "editor/EditorPaneView.h"
 #include "editor/EditorTab.h"
 #include "editor/MultiCursorEdit.h"
+#include "editor/PendingEditorEdit.h"
 #include "editor/UndoReplay.h"
 #include "editor/VerticalMotion.h"
+#include "editor/WeakEditorPane.h"
 #include "editor/dispatch/CommandDispatcher.h"
 #include "platform/TextRange.h"
 
@@ -24,6 +27,12 @@
 
 namespace tavrel {
 
+/// A column has tabs and marks; the input line of an overlay has neither, and hears nothing of
+/// other views of its text.
+enum class EditorPaneKind { column, fieldEditor };
+
+enum class TabClosing { closed, cancelled };
+
 /// One editor column without its pixels: tabs, selection, cursors, the capture of edits for undo,
 /// and the commands. Every change of a document's text by the user passes through here.
 ///
@@ -32,20 +41,23 @@ class EditorPane final : public CommandTarget,
                          private EditorDocumentObserver,
                          private TextStorageObserver {
 public:
-    explicit EditorPane(EditorPaneServices services, EditorPaneSettings settings = {});
+    explicit EditorPane(EditorPaneServices services, EditorPaneSettings settings = {},
+                        EditorPaneKind kind = EditorPaneKind::column);
     ~EditorPane() override;
     EditorPane(const EditorPane&) = delete;
     EditorPane& operator=(const EditorPane&) = delete;
 
     /// Both may be null, own nothing, and are to be taken away before they go.
-    void setView(EditorPaneView* view) { view_ = view; }
+    void setView(EditorPaneView* view);
     void setDelegate(EditorPaneDelegate* delegate) { delegate_ = delegate; }
     /// Widths below 1 count as 1.
     void setSettings(const EditorPaneSettings& settings);
     const EditorPaneSettings& settings() const { return settings_; }
     const EditorPaneServices& services() const { return services_; }
+    bool isFieldEditor() const { return kind_ == EditorPaneKind::fieldEditor; }
+    WeakEditorPane weakReference() const { return WeakEditorPane(self_); }
 
-    // Tabs and files.
+    // Tabs.
 
     const std::vector<std::shared_ptr<EditorTab>>& tabs() const { return tabs_; }
     std::size_t activeTabIndex() const { return activeTabIndex_; }
@@ -53,31 +65,98 @@ public:
     EditorDocument& document() const { return *activeTab().document; }
     const TextSnapshot& text() const { return document().text(); }
 
-    /// Stores the state of the view in the active tab and shows another one.
+    /// Brings the active tab up to date with the view: selection, cursors, scroll position.
+    void storeTabState();
+    /// Stores the state of the view in the active tab and shows another one. The pane becomes the
+    /// active one, as with every tab that the user asks for.
     void selectTab(std::size_t index);
-    /// Shows the file, reading it unless a tab of this pane has it. A failure leaves the pane as it
-    /// is and sets the status text.
-    void openLocation(const std::filesystem::path& path);
+    /// Shows the next tab, or the one before with -1, going round at the ends.
+    void stepTab(int direction);
     /// Shows a document that another pane has open, as one more view of it.
     void showDocument(std::shared_ptr<EditorDocument> document);
-    /// Shows a file that has been read elsewhere, or tells why it could not be.
-    void showLoaded(const std::filesystem::path& path, LoadResult loaded);
+    /// Shows a tab of another pane in its state, in place of a single empty tab.
+    void adoptTab(std::shared_ptr<EditorTab> tab);
+    /// Takes a tab out in its present state; the last one leaves an empty tab in its place.
+    std::shared_ptr<EditorTab> detachTab(std::size_t index);
+    /// Closes a tab, after asking if that would lose the last view of a modified document.
+    TabClosing closeTab(std::size_t index);
+    /// Closes one after another in their order; the first that is cancelled stops the rest.
+    TabClosing closeAllTabs();
     /// Closes a tab without asking; the last one leaves an empty tab in its place.
     void removeTab(std::size_t index);
-
-    /// Writes the document, after asking where if it has no file.
-    void save();
-    void saveAs();
-    /// Writes a modified document that has a file, unless that file has changed meanwhile.
-    void autosave();
-    /// Reads the file anew if a tab shows it and nothing in it is unsaved; drops its history. A
-    /// file that cannot be read is left alone.
-    void reloadUnmodified(const std::filesystem::path& path);
+    /// Puts these tabs in the place of all there are, without asking; none is one empty tab.
+    void replaceTabs(std::vector<std::shared_ptr<EditorTab>> tabs, std::size_t activeIndex);
+    /// A tab for the document with the language of its file; not one of the pane yet.
+    std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
     /// Asks for the language of every tab again.
     void refreshLanguages();
-    /// The document has been written to `path`; `doneWord` says so in the status text.
+
+    // Files; see `EditorPaneFiles`.
+
+    EditorPaneFiles& files() { return files_; }
+    OpenResult openLocation(const std::filesystem::path& path) { return files_.openLocation(path); }
+    OpenResult showLoaded(const std::filesystem::path& path, LoadResult loaded)
+    {
+        return files_.showLoaded(path, std::move(loaded));
+    }
+    void save() { files_.save(); }
+    void saveAs() { files_.saveAs(); }
+    void autosave() { files_.autosave(); }
+    void checkDisk() { files_.checkDisk(); }
+    void reloadUnmodified(const std::filesystem::path& path) { files_.reloadUnmodified(path); }
     void didSave(const std::filesystem::path& path, const FileStatus& status,
-                 std::u16string_view doneWord);
+                 std::u16string_view doneWord)
+    {
+        files_.didSave(path, status, doneWord);
+    }
+
+    // Focus and questions.
+
+    /// The text view has taken the keys, or has stopped being edited.
+    void didBecomeFirstResponder();
+    void didEndEditing() { files_.didEndEditing(); }
+    bool hasFocus() const { return view_ && view_->paneHasFocus(); }
+    /// Makes this the pane that the user works in, and its text view the one that takes the keys.
+    void takeFocus();
+    /// Asks about a document, which is left alone meanwhile. Answers the index of the button, or
+    /// nothing when the pane has gone before the answer came.
+    std::optional<std::size_t> ask(std::shared_ptr<EditorDocument> document,
+                                   const EditorPaneAlert& alert);
+    /// Asks for a place to save the document. Nothing when there is none, or no pane any more.
+    std::optional<std::filesystem::path> askWhereToSave(std::shared_ptr<EditorDocument> document,
+                                                        const std::filesystem::path& proposed);
+    /// All panes that may share documents with this one, which is among them.
+    std::vector<EditorPane*> editors();
+
+    // Clicks.
+
+    /// A plain click. In search results it opens what the line at `offset` names, and answers true;
+    /// false: the click is an ordinary one.
+    bool clickedAt(std::size_t offset);
+    /// The address at `offset` for a menu; only plain text has any.
+    std::optional<std::u16string> linkAt(std::size_t offset) const;
+    /// Selects line `number`, counted from 1, without its terminator; numbers out of range are
+    /// brought into it.
+    void selectLine(std::int64_t number);
+    /// Where `offset` lies on a colour literal, selects it, asks for the colour panel and answers
+    /// true.
+    bool beginColorPicking(std::size_t offset);
+    /// Writes another colour in place of the literal, as long as there still is one. Components
+    /// from 0 to 1 in sRGB; others are brought into that range.
+    void pickColor(double red, double green, double blue);
+    /// The colour panel has closed.
+    void endColorPicking();
+    /// Where the colour goes; it moves with the text.
+    const std::optional<TextRange>& colorPanelReplacementRange() const
+    {
+        return colorPanelReplacementRange_;
+    }
+
+    // Line marks.
+
+    /// The marks of the active document; absent where nothing is known.
+    const std::optional<GitLineDiff>& gitLineDiff() const { return document().gitLineDiff; }
+    EditorGitMarks& gitMarks() { return gitMarks_; }
 
     // Selection and cursors.
 
@@ -111,6 +190,8 @@ public:
     /// Moves the primary cursor over rows of the layout, keeping its column.
     void moveVertically(VerticalDirection direction, VerticalDistance distance);
     void scrollToVisible(TextRange range);
+    /// The height of a row in points; 1 without a view.
+    double rowHeight() const { return view_ ? view_->rowHeight() : 1; }
 
     // Editing: the roads that every change of the text takes.
 
@@ -158,33 +239,33 @@ public:
 
     /// Language name, marker and a word on what happened last, or a message in their place.
     const std::u16string& statusText() const { return statusText_; }
+    void setStatus(std::u16string text);
+    void refreshStatus(std::u16string_view word = {});
+    /// A document of a tab has been written: marks and titles follow, and the status text if it is
+    /// the active one.
+    void documentWasSaved(EditorDocument& document, std::u16string_view doneWord);
 
 private:
     enum class Guard { none, applyingTabState, applyingUndoRedo };
 
-    /// What is noted between the moment before a change of the text view and the one after it.
-    struct PendingEditorEdit {
-        TextRange replacementRange;
-        TextSnapshot replacedText;
-        TextSnapshot insertedText;
-        TextRange beforeSelection;
-        CursorLocations beforeSecondaryCursorLocations;
-        bool beforeIsModified = false;
+    /// What a tab bar shows.
+    struct ShownTabs {
+        std::vector<std::u16string> titles;
+        std::size_t activeIndex = 0;
+        bool operator==(const ShownTabs&) const = default;
     };
 
-    std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
+    void setLanguage(EditorTab& tab) const;
     std::shared_ptr<const LanguageMode>
     languageMode(const std::optional<std::filesystem::path>& url) const;
     void addTab(std::shared_ptr<EditorTab> tab);
+    void startObserving(EditorDocument& observed);
     void stopObserving(EditorDocument& observed);
+    bool hasTabOn(const EditorDocument& candidate) const;
     void showTab(std::size_t index);
-    void storeTabState();
     void applyTabState();
-    std::optional<std::size_t> tabShowing(const std::filesystem::path& url) const;
-
-    void writeTo(const std::filesystem::path& path, std::u16string_view doneWord,
-                 std::u16string_view failure);
-    bool hasChangedOnDisk() const;
+    /// Tells the view, if a title, a modified mark or the choice of the active one has changed.
+    void tellTabsChanged();
 
     void setCursors(CursorLocations cursors);
     CursorLocations normalisedCursors(TextRange primary) const;
@@ -200,18 +281,22 @@ private:
     void applyGroup(const EditorUndoGroup& group, ReplayDirection direction);
     void editorDocumentDidChange(EditorDocument& document, const EditorPane* source,
                                  bool needsStyling) override;
+    void editorDocumentDidMove(EditorDocument& document) override;
+    void editorDocumentDidChangeGitLineDiff(EditorDocument& document) override;
     void storageDidChange(const TextStorage& storage, std::span<const TextChange> changes) override;
-
-    void setStatus(std::u16string text);
-    void refreshStatus(std::u16string_view word = {});
 
     EditorPaneServices services_;
     EditorPaneSettings settings_;
+    EditorPaneKind kind_;
+    std::shared_ptr<EditorPane*> self_ = std::make_shared<EditorPane*>(this);
     EditorPaneView* view_ = nullptr;
     EditorPaneDelegate* delegate_ = nullptr;
     CommandDispatcher commandDispatcher_;
+    EditorPaneFiles files_;
+    EditorGitMarks gitMarks_;
     std::vector<std::shared_ptr<EditorTab>> tabs_;  // Never empty.
     std::size_t activeTabIndex_ = 0;
+    std::optional<ShownTabs> shownTabs_;                  // What the view was told of last.
     std::vector<TextRange> selectedRanges_{TextRange{}};  // The main one first; never empty.
     std::optional<double>
         goalX_;  // Where vertical motion wants to be, until another motion or edit.
@@ -223,6 +308,7 @@ private:
     std::optional<PendingEditorEdit> pendingEditorEdit_;
     std::optional<TextRange> pendingBeforeSelectionOverride_;
     std::optional<TextRange> pendingAfterSelectionOverride_;
+    std::optional<TextRange> colorPanelReplacementRange_;
     std::u16string statusText_ = u"No File";
     bool lastActionWasTyping_ = false;
 };

@@ -40,12 +40,12 @@ void EditorPane::textDidChange()
             {.replacementRange = edit->replacementRange,
              .replacedText = std::move(edit->replacedText),
              .insertedText = std::move(edit->insertedText),
-             .beforeSelection = edit->beforeSelection,
-             .afterSelection = after,
-             .beforeSecondaryCursorLocations = std::move(edit->beforeSecondaryCursorLocations),
-             .afterSecondaryCursorLocations = normalisedCursors(after),
-             .beforeIsModified = edit->beforeIsModified,
-             .afterIsModified = true},
+             .state = std::make_shared<const EditorUndoState>(EditorUndoState{
+                 .beforeSelection = edit->beforeSelection,
+                 .afterSelection = after,
+                 .beforeSecondaryCursorLocations = std::move(edit->beforeSecondaryCursorLocations),
+                 .afterSecondaryCursorLocations = normalisedCursors(after),
+                 .beforeIsModified = edit->beforeIsModified})},
             ClearRedo::yes, Mergeable::yes, services_.clock.now());
     }
     refreshAfterEdit();
@@ -110,8 +110,8 @@ void EditorPane::refreshAfterEdit()
     const bool wasModified = std::exchange(changed.isModified, true);
     refreshStatus(u"modified");
     changed.postDidChange(this, false);
-    if (!wasModified && view_)
-        view_->paneDidChangeTabs();
+    if (!wasModified)
+        tellTabsChanged();
 }
 
 bool EditorPane::insertAtCursors(const TextSnapshot& inserted, std::optional<TextRange> range)
@@ -183,7 +183,8 @@ void EditorPane::redo()
 void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direction)
 {
     const bool backwards = direction == ReplayDirection::backwards;
-    const EditorUndoSnapshot& state = backwards ? group.snapshots.front() : group.snapshots.back();
+    const EditorUndoState& state =
+        backwards ? *group.snapshots.front().state : *group.snapshots.back().state;
     guard_ = Guard::applyingUndoRedo;
     dropPendingEdit();
     changeText(replayBatches(group, direction));
@@ -202,8 +203,7 @@ void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direct
     guard_ = Guard::none;
     didChangeSelection();
     scrollToVisible(selection);
-    if (view_)
-        view_->paneDidChangeTabs();
+    tellTabsChanged();
     refreshStatus(changed.isModified ? u"modified" : u"");
     changed.postDidChange(this, false);
 }
@@ -213,15 +213,37 @@ void EditorPane::editorDocumentDidChange(EditorDocument& changed, const EditorPa
 {
     if (source == this)
         return;
-    if (view_)
-        view_->paneDidChangeTabs();
+    tellTabsChanged();
     if (&changed != &document())
         return;
     setSelectedRanges(selectedRanges_);
     setCursors(normalisedCursors(selectedRange()));
-    if (needsStyling && view_)
-        view_->paneDidShowDocument();
+    if (needsStyling) {
+        if (view_)
+            view_->paneDidShowDocument();
+        gitMarks_.schedule(0.0);
+    }
     refreshStatus();
+}
+
+void EditorPane::editorDocumentDidMove(EditorDocument& moved)
+{
+    // A document whose file has gone stays in the language it had.
+    for (const std::shared_ptr<EditorTab>& tab : tabs_) {
+        if (tab->document.get() == &moved && moved.url)
+            setLanguage(*tab);
+    }
+    tellTabsChanged();
+    if (&moved != &document())
+        return;
+    gitMarks_.schedule(0.0);
+    refreshStatus();
+}
+
+void EditorPane::editorDocumentDidChangeGitLineDiff(EditorDocument& changed)
+{
+    if (&changed == &document() && view_)
+        view_->paneDidChangeGitLineDiff();
 }
 
 }  // namespace tavrel

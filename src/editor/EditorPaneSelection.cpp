@@ -124,22 +124,33 @@ const SelectedWordOccurrences* EditorPane::validOccurrences()
     return &*stored;
 }
 
-/// Another pane, or nobody, has changed the text: what is selected here stays on its text.
+/// What is selected stays on its text. The active tab of a pane that makes the change itself is
+/// left to whoever makes it, so that a key press goes no further than here.
 void EditorPane::storageDidChange(const TextStorage& storage, std::span<const TextChange> changes)
 {
+    const bool isShown = &document().textStorage() == &storage;
     if (isChangingText_)
+        gitMarks_.schedule(EditorGitMarks::delayAfterEdit);
+    std::vector<EditorTab*> moved;
+    for (const std::shared_ptr<EditorTab>& tab : tabs_) {
+        const bool isLeftToOthers = isChangingText_ && tab.get() == &activeTab();
+        if (&tab->document->textStorage() == &storage && !isLeftToOthers)
+            moved.push_back(tab.get());
+    }
+    const bool movesColor = isShown && colorPanelReplacementRange_;
+    if (moved.empty() && !movesColor)
         return;
     const LocationMap map(changes);
-    if (&document().textStorage() == &storage) {
+    if (movesColor)
+        colorPanelReplacementRange_ = map.mapped(*colorPanelReplacementRange_);
+    if (isShown && !isChangingText_) {
         activeTab().selectedRange = selectedRange();
         for (TextRange& range : selectedRanges_)
             range = map.mapped(range);
+        occurrencesRevision_.reset();
     }
-    for (const std::shared_ptr<EditorTab>& tab : tabs_) {
-        if (&tab->document->textStorage() == &storage)
-            moveWithText(*tab, map);
-    }
-    occurrencesRevision_.reset();
+    for (EditorTab* tab : moved)
+        moveWithText(*tab, map);
 }
 
 void EditorPane::showOccurrences(SelectedWordOccurrences occurrences, TextRange visible)

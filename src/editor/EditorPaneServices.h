@@ -10,9 +10,11 @@ namespace tavrel {
 class Calendar;
 class Clock;
 class FileSystem;
+class GitLineDiffer;
 struct LanguageMode;
 class MainQueue;
 class Pasteboard;
+class WorkQueue;
 
 /// The objects a pane works with. It borrows all but the path.
 struct EditorPaneServices {
@@ -27,6 +29,10 @@ struct EditorPaneServices {
     /// The language of a file, never null, also for a text without one. Empty: every text is plain.
     std::function<std::shared_ptr<const LanguageMode>(const std::optional<std::filesystem::path>&)>
         languageModeForURL = {};
+    /// Where long texts are looked through beside the main thread; null for nowhere.
+    WorkQueue* workQueue = nullptr;
+    /// Null: there are no line marks.
+    GitLineDiffer* gitLineDiffer = nullptr;
 };
 
 /// The preferences a pane follows.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "config/HexColor.h"
 #include "editor/EditorTab.h"
 #include "platform/TextRange.h"
 
@@ -33,6 +34,19 @@ public:
                                       const std::vector<std::u16string>& /*candidates*/)
     {
     }
+    /// The marks of the document that is shown have changed: `EditorPane::gitLineDiff`.
+    virtual void paneDidChangeGitLineDiff() {}
+    /// The text view is to take the keys.
+    virtual void paneWantsFocus() {}
+    /// Whether the keys go to the text view or to another part of this view.
+    virtual bool paneHasFocus() const { return false; }
+    /// The colour panel is to come to the front, without alpha and with this colour. It answers
+    /// with `EditorPane::pickColor` at each change and `EditorPane::endColorPicking` as it closes.
+    virtual void paneWantsColorPanel(Color /*color*/) {}
+    /// What the colour panel shows has nothing to do with this pane any more.
+    virtual void paneDidEndColorPicking() {}
+    /// The height of a row that is not wrapped, in points. Above 0.
+    virtual double rowHeight() const { return 1; }
     /// The rows of the text as the view lays them out, for vertical motion.
     virtual const RowLayout& rowLayout() const = 0;
 };

@@ -6,6 +6,7 @@
 #include "editor/DuplicateCommands.h"
 #include "editor/EditorPane.h"
 #include "editor/ErasureCommands.h"
+#include "editor/GitChangeCommands.h"
 #include "editor/IndentCommands.h"
 #include "editor/LineBreakCommands.h"
 #include "editor/MarkerCommands.h"
@@ -67,6 +68,11 @@ constexpr std::array paneCommands{
     PaneCommand{"comment", comment},
     PaneCommand{"timestamp", timestamp},
     PaneCommand{"selectAll", selectAll},
+    PaneCommand{"nextGitChange", nextGitChange},
+    PaneCommand{"closeFile", [](EditorPane& pane,
+                                const EditorCommand&) { pane.closeTab(pane.activeTabIndex()); }},
+    PaneCommand{"nextView", [](EditorPane& pane, const EditorCommand&) { pane.stepTab(1); }},
+    PaneCommand{"previousView", [](EditorPane& pane, const EditorCommand&) { pane.stepTab(-1); }},
     PaneCommand{"sortLines", sortLines},
     PaneCommand{"autocomplete", autocomplete},
 };

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <optional>
+#include <utility>
 
 namespace tavrel {
 
@@ -46,6 +48,26 @@ std::u16string TextSnapshot::text(TextRange range) const
     return copy;
 }
 
+namespace {
+
+// A key that erases at thousands of cursors takes a slice of one unit at each. Most of these are
+// the same few, so they are made once.
+std::optional<TextSnapshot> oneCommonUnit(const TextSnapshot& text, std::size_t location)
+{
+    static const auto common = [] {
+        std::array<TextSnapshot, 0x80> units;
+        for (char16_t unit = 0; unit < units.size(); ++unit)
+            units[unit] = TextSnapshot(std::u16string_view(&unit, 1));
+        return units;
+    }();
+    const char16_t unit = text.unitAt(location);
+    if (unit >= common.size() || text.tokenAt(location) != SyntaxToken::foreground)
+        return std::nullopt;
+    return common[unit];
+}
+
+}  // namespace
+
 TextSnapshot TextSnapshot::slice(TextRange range) const
 {
     range = clampedRange(range, length());
@@ -53,6 +75,10 @@ TextSnapshot TextSnapshot::slice(TextRange range) const
         return *this;
     if (range.isEmpty())
         return {};
+    if (range.length == 1) {
+        if (std::optional<TextSnapshot> one = oneCommonUnit(*this, range.location))
+            return *std::move(one);
+    }
     const std::array edits{TextEdit{{0, range.location}, {}},
                            TextEdit{{range.end(), length() - range.end()}, {}}};
     // Any block is long enough to be shared as it is.

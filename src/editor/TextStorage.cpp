@@ -170,15 +170,26 @@ void TextStorage::removeObserver(TextStorageObserver* observer)
     std::erase(observers_, observer);
 }
 
+// What an observer does to the text while it is told reaches all of them once all have been told of
+// what came before.
 void TextStorage::notify()
 {
-    applyWaiting();
-    const std::vector<TextChange> changes = changes_.take();
-    const TextRange painted = clampedRange(std::exchange(painted_, {}), length());
-    if (!changes.empty())
-        tellObservers([&](TextStorageObserver& to) { to.storageDidChange(*this, changes); });
-    if (!painted.isEmpty())
-        tellObservers([&](TextStorageObserver& to) { to.storageDidChangeTokens(*this, painted); });
+    if (isTelling_)
+        return;
+    isTelling_ = true;
+    while (true) {
+        applyWaiting();
+        const std::vector<TextChange> changes = changes_.take();
+        const TextRange painted = clampedRange(std::exchange(painted_, {}), length());
+        if (changes.empty() && painted.isEmpty())
+            break;
+        if (!changes.empty())
+            tellObservers([&](TextStorageObserver& to) { to.storageDidChange(*this, changes); });
+        if (!painted.isEmpty())
+            tellObservers(
+                [&](TextStorageObserver& to) { to.storageDidChangeTokens(*this, painted); });
+    }
+    isTelling_ = false;
 }
 
 template<class Tell>

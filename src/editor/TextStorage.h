@@ -98,6 +98,7 @@ private:
     std::uint64_t tokenRevision_ = 0;
     std::size_t openBatches_ = 0;
     TextRange painted_;  // What they have not heard of either; empty for nothing.
+    bool isTelling_ = false;
     std::vector<TextStorageObserver*> observers_;
 };
 

@@ -36,7 +36,10 @@ void UndoHistory::recordGroup(std::vector<EditorUndoSnapshot> snapshots, ClearRe
         clearRedoIf(clearRedo);
         return;
     }
-    pushGroup({std::move(snapshots), now}, clearRedo);
+    pushGroup(
+        {{std::make_move_iterator(snapshots.begin()), std::make_move_iterator(snapshots.end())},
+         now},
+        clearRedo);
 }
 
 void UndoHistory::pushGroup(EditorUndoGroup group, ClearRedo clearRedo)
@@ -65,6 +68,20 @@ const EditorUndoGroup* UndoHistory::redo()
     group.lastEditDate.reset();
     pushGroup(std::move(group), ClearRedo::no);
     return &undoStack_.back();
+}
+
+void UndoHistory::markModified()
+{
+    for (std::deque<EditorUndoGroup>* stack : {&undoStack_, &redoStack_}) {
+        for (EditorUndoGroup& group : *stack) {
+            // Only the outermost states of a group are ever brought back.
+            for (EditorUndoSnapshot* end : {&group.snapshots.front(), &group.snapshots.back()}) {
+                EditorUndoState state = *end->state;
+                state.beforeIsModified = state.afterIsModified = true;
+                end->state = std::make_shared<const EditorUndoState>(std::move(state));
+            }
+        }
+    }
 }
 
 void UndoHistory::clear()

@@ -6,25 +6,32 @@
 
 #include <cstddef>
 #include <deque>
+#include <memory>
 #include <optional>
 #include <vector>
 
 namespace tavrel {
 
-/// One replacement of text and what was selected around it.
-///
-/// The texts are slices that share the blocks of the document, so a replacement of a large stretch
-/// costs no second copy, and bytes that were no valid text come back with it.
-struct EditorUndoSnapshot {
-    TextRange replacementRange;  // In the text as it stood before this replacement.
-    TextSnapshot replacedText;
-    TextSnapshot insertedText;
+/// What was selected around an edit, and whether the document was modified.
+struct EditorUndoState {
     TextRange beforeSelection;
     TextRange afterSelection;
     CursorLocations beforeSecondaryCursorLocations;
     CursorLocations afterSecondaryCursorLocations;
     bool beforeIsModified = false;
     bool afterIsModified = true;
+};
+
+/// One replacement of text and the state around the edit that it is a part of.
+///
+/// The texts are slices that share the blocks of the document, so a replacement of a large stretch
+/// costs no second copy, and bytes that were no valid text come back with it. The replacements of
+/// one key press at many cursors share one state. Small, because a held key makes millions.
+struct EditorUndoSnapshot {
+    TextRange replacementRange;  // In the text as it stood before this replacement.
+    TextSnapshot replacedText;
+    TextSnapshot insertedText;
+    std::shared_ptr<const EditorUndoState> state;  // Never null in a history.
 
     /// The stretch that holds the inserted text once the replacement has been made.
     TextRange insertedRange() const { return {replacementRange.location, insertedText.length()}; }
@@ -32,7 +39,7 @@ struct EditorUndoSnapshot {
 
 /// One step of undo: the replacements in the order in which they were made.
 struct EditorUndoGroup {
-    std::vector<EditorUndoSnapshot> snapshots;
+    std::deque<EditorUndoSnapshot> snapshots;
     /// When the last edit joined the group. Absent, no later edit can join it.
     std::optional<TimePoint> lastEditDate;
 };
@@ -64,6 +71,9 @@ public:
 
     /// Moves the group undone last back to the undo stack, closed to later edits.
     const EditorUndoGroup* redo();
+
+    /// From now on the text counts as modified whatever is undone: its file has gone.
+    void markModified();
 
     void clear();
 

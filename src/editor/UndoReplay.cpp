@@ -1,22 +1,23 @@
 #include "editor/UndoReplay.h"
 
 #include <algorithm>
-#include <span>
+#include <ranges>
 
 namespace tavrel {
 
 namespace {
 
-using Snapshots = std::span<const EditorUndoSnapshot>;
+using Snapshots = std::ranges::subrange<std::deque<EditorUndoSnapshot>::const_iterator>;
 
-/// How many snapshots at the start of `snapshots` were made strictly from left to right.
-std::size_t ascendingCount(Snapshots snapshots)
+/// The first of `snapshots`, as far as they were made strictly from left to right.
+Snapshots ascendingRun(Snapshots snapshots)
 {
-    std::size_t count = std::min<std::size_t>(snapshots.size(), 1);
-    while (count < snapshots.size() &&
-           snapshots[count].replacementRange.location >= snapshots[count - 1].insertedRange().end())
-        ++count;
-    return count;
+    const auto end =
+        std::adjacent_find(snapshots.begin(), snapshots.end(),
+                           [](const EditorUndoSnapshot& one, const EditorUndoSnapshot& next) {
+                               return next.replacementRange.location < one.insertedRange().end();
+                           });
+    return {snapshots.begin(), end == snapshots.end() ? end : std::next(end)};
 }
 
 /// The snapshots of an ascending run lie in the text after it just as they were noted: what was
@@ -54,12 +55,12 @@ std::vector<std::vector<TextEdit>> replayBatches(const EditorUndoGroup& group,
                                                  ReplayDirection direction)
 {
     std::vector<std::vector<TextEdit>> batches;
-    Snapshots rest = group.snapshots;
+    Snapshots rest(group.snapshots);
     while (!rest.empty()) {
-        const Snapshots run = rest.first(ascendingCount(rest));
+        const Snapshots run = ascendingRun(rest);
         batches.push_back(direction == ReplayDirection::backwards ? inverseEdits(run)
                                                                   : forwardEdits(run));
-        rest = rest.subspan(run.size());
+        rest = {run.end(), rest.end()};
     }
     if (direction == ReplayDirection::backwards)
         std::reverse(batches.begin(), batches.end());

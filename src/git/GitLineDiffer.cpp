@@ -93,7 +93,7 @@ void GitLineDiffer::compute(const std::string& path, TextSource text, Completion
 {
     workQueue_.post(
         [this, path, text = std::move(text), completion = std::move(completion)]() mutable {
-            mainQueue_.post([completion = std::move(completion), diff = compare(path, text())] {
+            mainQueue_.post([completion = std::move(completion), diff = compare(path, text)] {
                 completion(diff);
             });
         });
@@ -101,6 +101,12 @@ void GitLineDiffer::compute(const std::string& path, TextSource text, Completion
 
 std::optional<GitLineDiff> GitLineDiffer::compare(const std::string& path,
                                                   std::string_view text) const
+{
+    return compare(path, [text] { return std::string(text); });
+}
+
+std::optional<GitLineDiff> GitLineDiffer::compare(const std::string& path,
+                                                  const TextSource& source) const
 {
     if (!path.starts_with('/') || path.find('\0') != std::string::npos)
         return std::nullopt;
@@ -114,11 +120,12 @@ std::optional<GitLineDiff> GitLineDiffer::compare(const std::string& path,
     auto shown = tool_.run({"-C", *root, "show", "HEAD:" + relative});
     if (!shown) {
         if (shown.error().reason == ChildProcessError::Reason::cannotLaunch)
-            return GitLineDiff::allAdded(text);
+            return GitLineDiff::allAdded(source());
         return std::nullopt;
     }
     if (shown->exitStatus != 0)
-        return GitLineDiff::allAdded(text);
+        return GitLineDiff::allAdded(source());
+    const std::string text = source();
     std::string base = std::move(shown->output);
     if (!isValidUtf8(base))
         base.clear();

@@ -19,8 +19,8 @@ class WorkQueue;
 class GitLineDiffer {
 public:
     using Completion = std::function<void(std::optional<GitLineDiff>)>;
-    /// The text to compare as UTF-8. Called once, on the work queue, so that a large text is
-    /// turned into bytes there.
+    /// The text to compare as UTF-8. Called at most once, on the work queue and only for a file in
+    /// a repository, so that a large text is turned into bytes there, and not without need.
     using TextSource = std::function<std::string()>;
 
     /// Borrows all but `tool`; they must outlive the work in `workQueue`, as this object must.
@@ -41,6 +41,7 @@ public:
     std::optional<GitLineDiff> compare(const std::string& path, std::string_view text) const;
 
 private:
+    std::optional<GitLineDiff> compare(const std::string& path, const TextSource& source) const;
     std::optional<GitLineDiff> compareTexts(std::string_view base, std::string_view text) const;
 
     GitTool tool_;

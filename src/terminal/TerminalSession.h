@@ -4,6 +4,7 @@
 #include "terminal/TerminalEmulator.h"
 #include "terminal/TerminalOutputBuffer.h"
 
+#include <cstddef>
 #include <filesystem>
 #include <functional>
 #include <memory>
@@ -21,8 +22,10 @@ struct TerminalSession {
     /// What `process` has said and `emulator` has not heard. Replaced with `process`.
     std::shared_ptr<TerminalOutputBuffer> output;
     std::function<void()> postFeed;  // Has the main queue feed a piece of `output`.
-    bool started = false;            // A shell was started and has not ended.
-    std::u16string name;             // The user's title; empty: the default one.
+    /// Of the emulator's replies, since the terminal last took all that was written to it.
+    std::size_t unreadReplyBytes = 0;
+    bool started = false;  // A shell was started and has not ended.
+    std::u16string name;   // The user's title; empty: the default one.
     /// Where the shell is to start; empty: the home folder.
     std::filesystem::path preferredWorkingDirectory;
 };

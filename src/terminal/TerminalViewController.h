@@ -100,6 +100,7 @@ private:
     void connect(const SessionPointer& session);
     void start(const SessionPointer& session);
     void startIfInWindow(const SessionPointer& session);
+    static void writeReply(TerminalSession& session, std::string_view reply);
     static void end(TerminalSession& session);
     void applyHistoryLimit(TerminalSession& session) const;
     bool isHomeFolder(const std::filesystem::path& directory) const;

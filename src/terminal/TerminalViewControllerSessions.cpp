@@ -26,13 +26,20 @@ TerminalViewController::SessionPointer TerminalViewController::makeSession()
         if (delegate_)
             delegate_->terminalDidRingBell(*this);
     };
-    session->emulator.onResponse = [owner](std::string_view reply) {
-        // A program that asks without end and never reads its answers gets no more of them.
-        constexpr std::size_t maximumUnread = 65'536;
-        if (owner->process->unwrittenBytes() < maximumUnread)
-            owner->process->write(reply);
-    };
+    session->emulator.onResponse = [owner](std::string_view reply) { writeReply(*owner, reply); };
     return session;
+}
+
+void TerminalViewController::writeReply(TerminalSession& session, std::string_view reply)
+{
+    // A program that asks without end and never reads its answers gets no more of them. A long
+    // paste on its way does not count.
+    constexpr std::size_t maximumUnread = 65'536;
+    if (session.process->unwrittenBytes() == 0)
+        session.unreadReplyBytes = 0;
+    session.unreadReplyBytes += reply.size();
+    if (session.unreadReplyBytes <= maximumUnread)
+        session.process->write(reply);
 }
 
 void TerminalViewController::applyHistoryLimit(TerminalSession& session) const

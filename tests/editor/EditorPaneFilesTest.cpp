@@ -1,362 +1,264 @@
 #include "PaneFixture.h"
 
 #include <cerrno>
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
 namespace tavrel {
 namespace {
 
-using test::TestFolder;
+class EditorPaneFilesTest : public PaneFilesTest {
+protected:
+    void expectAutosaveKeeps(std::string_view kept)
+    {
+        pane.autosave();
+        EXPECT_EQ(test::contents(folder / "a"), kept);
+        EXPECT_TRUE(document().isModified);
+        EXPECT_EQ(delegate.status, u"Text | modified");
+    }
+};
 
-/// Gives the file another date, `nanoseconds` later or, with a negative number, earlier.
-void moveDate(const std::filesystem::path& path, std::int64_t nanoseconds)
+TEST_F(EditorPaneFilesTest, OpensAFileInPlaceOfTheEmptyTab)
 {
-    struct stat status;
-    ASSERT_EQ(stat(path.c_str(), &status), 0);
-    const std::int64_t present = status.st_mtim.tv_sec * 1'000'000'000 + status.st_mtim.tv_nsec;
-    const std::int64_t moved = present + nanoseconds;
-    const timespec times[2] = {{moved / 1'000'000'000, moved % 1'000'000'000},
-                               {moved / 1'000'000'000, moved % 1'000'000'000}};
-    ASSERT_EQ(utimensat(AT_FDCWD, path.c_str(), times, 0), 0);
+    open("a.txt", "one\n");
+    ASSERT_EQ(pane.tabs().size(), 1U);
+    EXPECT_EQ(text(), u"one\n");
+    EXPECT_EQ(document().url, folder / "a.txt");
+    EXPECT_FALSE(document().isModified);
+    EXPECT_TRUE(document().diskStatus);
+    EXPECT_EQ(delegate.status, u"Text");
+    EXPECT_EQ(tabTitle(document()), u"a.txt");
 }
 
-TEST(EditorPaneFiles, OpensAFileInPlaceOfTheEmptyTab)
+TEST_F(EditorPaneFilesTest, OpensAFileBesideATabThatIsNotEmpty)
 {
-    OnePane one;
-    TestFolder folder;
-    one.pane.openLocation(folder.write("a.txt", "one\n"));
-    ASSERT_EQ(one.pane.tabs().size(), 1U);
-    EXPECT_EQ(one.text(), u"one\n");
-    EXPECT_EQ(one.pane.document().url, folder / "a.txt");
-    EXPECT_FALSE(one.pane.document().isModified);
-    EXPECT_TRUE(one.pane.document().diskStatus);
-    EXPECT_EQ(one.delegate.status, u"Text");
-    EXPECT_EQ(tabTitle(one.pane.document()), u"a.txt");
+    type(u"x");
+    open("a", "one");
+    ASSERT_EQ(pane.tabs().size(), 2U);
+    EXPECT_EQ(pane.activeTabIndex(), 1U);
+    EXPECT_EQ(text(), u"one");
 }
 
-TEST(EditorPaneFiles, OpensAFileBesideATabThatIsNotEmpty)
+TEST_F(EditorPaneFilesTest, GoesToTheTabThatShowsTheFile)
 {
-    OnePane one;
-    TestFolder folder;
-    one.type(u"x");
-    one.pane.openLocation(folder.write("a", "one"));
-    ASSERT_EQ(one.pane.tabs().size(), 2U);
-    EXPECT_EQ(one.pane.activeTabIndex(), 1U);
-    EXPECT_EQ(one.text(), u"one");
+    open("a", "one");
+    open("b", "two");
+    pane.openLocation(folder / "x/.././a");
+    EXPECT_EQ(pane.tabs().size(), 2U);
+    EXPECT_EQ(pane.activeTabIndex(), 0U);
 }
 
-TEST(EditorPaneFiles, GoesToTheTabThatShowsTheFile)
+TEST_F(EditorPaneFilesTest, OpeningTheFileShownKeepsTheUnsavedText)
 {
-    OnePane one;
-    TestFolder folder;
-    one.pane.openLocation(folder.write("a", "one"));
-    one.pane.openLocation(folder.write("b", "two"));
-    one.pane.openLocation(folder / "x/.././a");
-    EXPECT_EQ(one.pane.tabs().size(), 2U);
-    EXPECT_EQ(one.pane.activeTabIndex(), 0U);
+    openAndType("a", "one");
+    pane.openLocation(folder / "a");
+    EXPECT_EQ(text(), u"xone");
+    EXPECT_EQ(pane.tabs().size(), 1U);
 }
 
-TEST(EditorPaneFiles, OpeningTheFileShownKeepsTheUnsavedText)
+TEST_F(EditorPaneFilesTest, SaysWhyAFileCouldNotBeOpened)
 {
-    OnePane one;
-    TestFolder folder;
-    one.pane.openLocation(folder.write("a", "one"));
-    one.type(u"x");
-    one.pane.openLocation(folder / "a");
-    EXPECT_EQ(one.text(), u"xone");
-    EXPECT_EQ(one.pane.tabs().size(), 1U);
-}
-
-TEST(EditorPaneFiles, SaysWhyAFileCouldNotBeOpened)
-{
-    OnePane one;
-    TestFolder folder;
-    one.pane.openLocation(folder / "missing.txt");
-    EXPECT_EQ(one.delegate.status, u"Could not open missing.txt: No such file or directory");
-    EXPECT_EQ(one.pane.tabs().size(), 1U);
-    EXPECT_TRUE(one.pane.document().isEmpty());
-    one.pane.openLocation(folder.path());
-    EXPECT_EQ(one.delegate.status,
+    pane.openLocation(folder / "missing.txt");
+    EXPECT_EQ(delegate.status, u"Could not open missing.txt: No such file or directory");
+    EXPECT_EQ(pane.tabs().size(), 1U);
+    EXPECT_TRUE(document().isEmpty());
+    pane.openLocation(folder.path());
+    EXPECT_EQ(delegate.status,
               u"Could not open " + folder.path().filename().u16string() + u": Is a directory");
-    one.pane.openLocation("/dev/null");
-    EXPECT_EQ(one.delegate.status, u"Could not open null: Not a regular file");
-    one.fileSystem.failure = {.call = 0, .code = EACCES, .isLasting = true, .only = "open"};
-    one.pane.openLocation(folder.write("a", "one"));
-    EXPECT_EQ(one.delegate.status, u"Could not open a: Permission denied");
-    EXPECT_EQ(one.fileSystem.openDescriptors(), 0);
+    pane.openLocation("/dev/null");
+    EXPECT_EQ(delegate.status, u"Could not open null: Not a regular file");
+    failAlways("open", EACCES);
+    open("a", "one");
+    EXPECT_EQ(delegate.status, u"Could not open a: Permission denied");
+    EXPECT_EQ(fileSystem.openDescriptors(), 0);
 }
 
-TEST(EditorPaneFiles, AFileThatCannotBeOpenedLeavesTheOthersAlone)
+TEST_F(EditorPaneFilesTest, AFileThatCannotBeOpenedLeavesTheOthersAlone)
 {
-    OnePane one;
-    TestFolder folder;
-    one.pane.openLocation(folder.write("a", "one"));
-    one.type(u"x");
-    one.pane.openLocation(folder / "missing");
-    EXPECT_EQ(one.text(), u"xone");
-    EXPECT_EQ(one.pane.tabs().size(), 1U);
+    openAndType("a", "one");
+    pane.openLocation(folder / "missing");
+    EXPECT_EQ(text(), u"xone");
+    EXPECT_EQ(pane.tabs().size(), 1U);
 }
 
-TEST(EditorPaneFiles, SavesTheTextAndSaysSo)
+TEST_F(EditorPaneFilesTest, SavesTheTextAndSaysSo)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.pane.save();
+    const auto path = openAndType("a", "one");
+    pane.save();
     EXPECT_EQ(test::contents(path), "xone");
-    EXPECT_FALSE(one.pane.document().isModified);
-    EXPECT_EQ(one.delegate.status, u"Text | saved");
-    EXPECT_EQ(tabTitle(one.pane.document()), u"a");
-    EXPECT_EQ(one.pane.document().history().undoStack().size(), 1U);
+    EXPECT_FALSE(document().isModified);
+    EXPECT_EQ(delegate.status, u"Text | saved");
+    EXPECT_EQ(tabTitle(document()), u"a");
+    EXPECT_EQ(document().history().undoStack().size(), 1U);
     EXPECT_EQ(folder.names(), std::vector<std::string>{"a"});
 }
 
-TEST(EditorPaneFiles, KeepsTextAndFlagWhereSavingFails)
+TEST_F(EditorPaneFilesTest, KeepsTextAndFlagWhereSavingFails)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.fileSystem.failure = {.call = 0, .code = ENOSPC, .isLasting = true, .only = "write"};
-    one.pane.save();
-    EXPECT_EQ(one.delegate.status, u"Could not save a: No space left on device");
-    EXPECT_TRUE(one.pane.document().isModified);
-    EXPECT_EQ(one.text(), u"xone");
+    const auto path = openAndType("a", "one");
+    failAlways("write", ENOSPC);
+    pane.save();
+    EXPECT_EQ(delegate.status, u"Could not save a: No space left on device");
+    EXPECT_TRUE(document().isModified);
+    EXPECT_EQ(text(), u"xone");
     EXPECT_EQ(test::contents(path), "one");
     EXPECT_EQ(folder.names(), std::vector<std::string>{"a"});
-    EXPECT_EQ(one.fileSystem.openDescriptors(), 0);
-    one.fileSystem.failure.reset();
-    one.pane.save();
+    EXPECT_EQ(fileSystem.openDescriptors(), 0);
+    fileSystem.failure.reset();
+    pane.save();
     EXPECT_EQ(test::contents(path), "xone");
 }
 
-TEST(EditorPaneFiles, AFailingSyncIsAFailureToSave)
+TEST_F(EditorPaneFilesTest, AFailingSyncIsAFailureToSave)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.fileSystem.failure = {.call = 0, .code = EIO, .isLasting = false, .only = "sync"};
-    one.pane.save();
-    EXPECT_EQ(one.delegate.status, u"Could not save a: Input/output error");
-    EXPECT_TRUE(one.pane.document().isModified);
+    const auto path = openAndType("a", "one");
+    fileSystem.failure = {.call = 0, .code = EIO, .isLasting = false, .only = "sync"};
+    pane.save();
+    EXPECT_EQ(delegate.status, u"Could not save a: Input/output error");
+    EXPECT_TRUE(document().isModified);
     EXPECT_EQ(test::contents(path), "one");
 }
 
-TEST(EditorPaneFiles, SavingATextWithoutAFileAsksWhere)
+TEST_F(EditorPaneFilesTest, SavingATextWithoutAFileAsksWhere)
 {
-    OnePane one;
-    TestFolder folder;
-    one.type(u"x");
-    one.pane.save();
-    EXPECT_EQ(one.delegate.proposedLocation, "untitled.txt");
-    EXPECT_TRUE(one.pane.document().isModified);
-    EXPECT_FALSE(one.pane.document().url);
-    one.delegate.saveLocation = folder / "new.txt";
-    one.pane.save();
+    type(u"x");
+    pane.save();
+    EXPECT_EQ(delegate.proposedLocation, "untitled.txt");
+    EXPECT_TRUE(document().isModified);
+    EXPECT_FALSE(document().url);
+    delegate.saveLocation = folder / "new.txt";
+    pane.save();
     EXPECT_EQ(test::contents(folder / "new.txt"), "x");
-    EXPECT_EQ(one.pane.document().url, folder / "new.txt");
-    EXPECT_EQ(tabTitle(one.pane.document()), u"new.txt");
-    EXPECT_EQ(one.delegate.status, u"Text | saved");
+    EXPECT_EQ(document().url, folder / "new.txt");
+    EXPECT_EQ(tabTitle(document()), u"new.txt");
+    EXPECT_EQ(delegate.status, u"Text | saved");
 }
 
-TEST(EditorPaneFiles, SavingAsProposesThePresentFileAndMovesToTheNewOne)
+TEST_F(EditorPaneFilesTest, SavingAsProposesThePresentFileAndMovesToTheNewOne)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.delegate.saveLocation = folder / "b";
-    one.pane.saveAs();
-    EXPECT_EQ(one.delegate.proposedLocation, path);
+    const auto path = openAndType("a", "one");
+    delegate.saveLocation = folder / "b";
+    pane.saveAs();
+    EXPECT_EQ(delegate.proposedLocation, path);
     EXPECT_EQ(test::contents(path), "one");
     EXPECT_EQ(test::contents(folder / "b"), "xone");
-    EXPECT_EQ(one.pane.document().url, folder / "b");
-    one.type(u"y");
-    one.pane.save();
+    EXPECT_EQ(document().url, folder / "b");
+    type(u"y");
+    pane.save();
     EXPECT_EQ(test::contents(folder / "b"), "xyone");
 }
 
-TEST(EditorPaneFiles, SavingAsWhereItFailsKeepsTheOldFile)
+TEST_F(EditorPaneFilesTest, SavingAsWhereItFailsKeepsTheOldFile)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.delegate.saveLocation = folder / "missing/b";
-    one.pane.saveAs();
-    EXPECT_EQ(one.delegate.status, u"Could not save b: No such file or directory");
-    EXPECT_EQ(one.pane.document().url, path);
-    EXPECT_TRUE(one.pane.document().isModified);
+    const auto path = openAndType("a", "one");
+    delegate.saveLocation = folder / "missing/b";
+    pane.saveAs();
+    EXPECT_EQ(delegate.status, u"Could not save b: No such file or directory");
+    EXPECT_EQ(document().url, path);
+    EXPECT_TRUE(document().isModified);
 }
 
-TEST(EditorPaneFiles, AutosavesAModifiedFile)
+TEST_F(EditorPaneFilesTest, AutosavesAModifiedFile)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.pane.autosave();
+    const auto path = openAndType("a", "one");
+    pane.autosave();
     EXPECT_EQ(test::contents(path), "xone");
-    EXPECT_EQ(one.delegate.status, u"Text | autosaved");
-    EXPECT_FALSE(one.pane.document().isModified);
-    one.type(u"y");
-    one.pane.autosave();
+    EXPECT_EQ(delegate.status, u"Text | autosaved");
+    EXPECT_FALSE(document().isModified);
+    type(u"y");
+    pane.autosave();
     EXPECT_EQ(test::contents(path), "xyone");
 }
 
-TEST(EditorPaneFiles, AutosavesNothingElse)
+TEST_F(EditorPaneFilesTest, AutosavesNothingElse)
 {
-    OnePane one;
-    TestFolder folder;
-    one.type(u"x");
-    one.pane.autosave();
-    EXPECT_TRUE(one.pane.document().isModified);
-    EXPECT_EQ(one.delegate.status, u"Text | modified");
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    const std::size_t calls = one.fileSystem.callCount();
-    one.pane.autosave();
-    EXPECT_EQ(one.fileSystem.callCount(), calls);
-    EXPECT_EQ(one.delegate.status, u"Text");
+    type(u"x");
+    pane.autosave();
+    EXPECT_TRUE(document().isModified);
+    EXPECT_EQ(delegate.status, u"Text | modified");
+    const auto path = open("a", "one");
+    const std::size_t calls = fileSystem.callCount();
+    pane.autosave();
+    EXPECT_EQ(fileSystem.callCount(), calls);
+    EXPECT_EQ(delegate.status, u"Text");
 }
 
-TEST(EditorPaneFiles, SaysWhyAFileCouldNotBeAutosaved)
+TEST_F(EditorPaneFilesTest, SaysWhyAFileCouldNotBeAutosaved)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.fileSystem.failure = {.call = 0, .code = ENOSPC, .isLasting = true, .only = "write"};
-    one.pane.autosave();
-    EXPECT_EQ(one.delegate.status, u"Could not autosave a: No space left on device");
-    EXPECT_TRUE(one.pane.document().isModified);
+    const auto path = openAndType("a", "one");
+    failAlways("write", ENOSPC);
+    pane.autosave();
+    EXPECT_EQ(delegate.status, u"Could not autosave a: No space left on device");
+    EXPECT_TRUE(document().isModified);
     EXPECT_EQ(test::contents(path), "one");
 }
 
-/// Opens a file, types, lets `change` work on the file behind the editor's back, and autosaves.
-void expectAutosaveKeeps(const std::function<void(const TestFolder&)>& change,
-                         std::string_view kept)
+TEST_F(EditorPaneFilesTest, AutosaveNeverOverwritesALaterFile)
 {
-    OnePane one;
-    TestFolder folder;
-    one.pane.openLocation(folder.write("a", "one"));
-    one.type(u"x");
-    change(folder);
-    one.pane.autosave();
-    EXPECT_EQ(test::contents(folder / "a"), kept);
-    EXPECT_TRUE(one.pane.document().isModified);
-    EXPECT_EQ(one.delegate.status, u"Text | modified");
+    openAndType("a", "one");
+    writeOutside("a", "other");
+    expectAutosaveKeeps("other");
 }
 
-TEST(EditorPaneFiles, AutosaveNeverOverwritesALaterFile)
+TEST_F(EditorPaneFilesTest, AutosaveNeverOverwritesAFileWithAnOlderDate)
 {
-    expectAutosaveKeeps(
-        [](const TestFolder& folder) {
-            folder.write("a", "other");
-            moveDate(folder / "a", 1'000'000'000);
-        },
-        "other");
+    const auto path = openAndType("a", "one");
+    test::moveDate(path, -3'600'000'000'000);
+    expectAutosaveKeeps("one");
 }
 
-TEST(EditorPaneFiles, AutosaveNeverOverwritesAFileWithAnOlderDate)
+TEST_F(EditorPaneFilesTest, AutosaveNeverOverwritesAnotherFileOfThatName)
 {
-    expectAutosaveKeeps(
-        [](const TestFolder& folder) { moveDate(folder / "a", -3'600'000'000'000); }, "one");
+    const auto path = openAndType("a", "one");
+    const auto other = folder.write("b", "two");
+    const auto date = std::filesystem::last_write_time(path);
+    std::filesystem::rename(other, path);
+    std::filesystem::last_write_time(path, date);
+    expectAutosaveKeeps("two");
 }
 
-TEST(EditorPaneFiles, AutosaveNeverOverwritesAnotherFileOfThatName)
+TEST_F(EditorPaneFilesTest, AutosaveBringsBackAFileThatIsGone)
 {
-    expectAutosaveKeeps(
-        [](const TestFolder& folder) {
-            const auto other = folder.write("b", "two");
-            const auto date = std::filesystem::last_write_time(folder / "a");
-            std::filesystem::rename(other, folder / "a");
-            std::filesystem::last_write_time(folder / "a", date);
-        },
-        "two");
-}
-
-TEST(EditorPaneFiles, AutosaveBringsBackAFileThatIsGone)
-{
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
+    const auto path = openAndType("a", "one");
     std::filesystem::remove(path);
-    one.pane.autosave();
+    pane.autosave();
     EXPECT_EQ(test::contents(path), "xone");
-    EXPECT_EQ(one.delegate.status, u"Text | autosaved");
+    EXPECT_EQ(delegate.status, u"Text | autosaved");
 }
 
-TEST(EditorPaneFiles, SaveOverwritesWhatChangedOutside)
+TEST_F(EditorPaneFilesTest, BytesThatAreNoTextSurviveEditingUndoAndSaving)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    folder.write("a", "other");
-    moveDate(path, 5'000'000'000);
-    one.pane.save();
-    EXPECT_EQ(test::contents(path), "xone");
-    one.type(u"y");
-    one.pane.autosave();
-    EXPECT_EQ(test::contents(path), "xyone");
-}
-
-TEST(EditorPaneFiles, BytesThatAreNoTextSurviveEditingUndoAndSaving)
-{
-    OnePane one;
-    TestFolder folder;
     const std::string bytes = "a\xFF\xFE"
                               "b\xC3\nc\xE2\x82";
-    const auto path = folder.write("a", bytes);
-    one.pane.openLocation(path);
-    one.pane.save();
+    const auto path = open("a", bytes);
+    pane.save();
     EXPECT_EQ(test::contents(path), bytes);
-    one.type(u"x");
-    one.pane.save();
+    type(u"x");
+    pane.save();
     EXPECT_EQ(test::contents(path), "x" + bytes);
-    one.run("selectAll");
-    one.run("erase");
-    one.wait(2);
-    EXPECT_EQ(one.text(), u"");
-    one.run("undo");
-    one.pane.save();
+    run("selectAll");
+    run("erase");
+    wait(2);
+    EXPECT_EQ(text(), u"");
+    run("undo");
+    pane.save();
     EXPECT_EQ(test::contents(path), bytes);
-    one.run("redo");
-    one.run("undo");
-    one.pane.setSelectedRange({1, 1});
-    one.type(u"?");
-    one.pane.save();
+    run("redo");
+    run("undo");
+    pane.setSelectedRange({1, 1});
+    type(u"?");
+    pane.save();
     EXPECT_EQ(test::contents(path), "a?\xFE"
                                     "b\xC3\nc\xE2\x82");
 }
 
-TEST(EditorPaneFiles, UndoPastTheSavedTextIsNotModified)
+TEST_F(EditorPaneFilesTest, UndoPastTheSavedTextIsNotModified)
 {
-    OnePane one;
-    TestFolder folder;
-    const auto path = folder.write("a", "one");
-    one.pane.openLocation(path);
-    one.type(u"x");
-    one.pane.save();
-    one.run("undo");
-    EXPECT_EQ(one.text(), u"one");
-    EXPECT_FALSE(one.pane.document().isModified);
-    one.pane.save();
+    const auto path = openAndType("a", "one");
+    pane.save();
+    run("undo");
+    EXPECT_EQ(text(), u"one");
+    EXPECT_FALSE(document().isModified);
+    pane.save();
     EXPECT_EQ(test::contents(path), "one");
 }
 

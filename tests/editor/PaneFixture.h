@@ -8,6 +8,8 @@
 #include "platform/ManualMainQueue.h"
 #include "platform/Pasteboard.h"
 
+#include <functional>
+#include <gtest/gtest.h>
 #include <optional>
 #include <string>
 #include <utility>
@@ -32,7 +34,16 @@ public:
         candidates = words;
     }
     const RowLayout& rowLayout() const override { return layout_; }
+    void paneDidChangeGitLineDiff() override { ++markChanges; }
+    void paneWantsFocus() override { hasFocus = true; }
+    bool paneHasFocus() const override { return hasFocus; }
+    void paneWantsColorPanel(Color color) override { panelColor = color; }
+    void paneDidEndColorPicking() override { panelColor.reset(); }
+    double rowHeight() const override { return 10; }
 
+    int markChanges = 0;
+    bool hasFocus = false;
+    std::optional<Color> panelColor;
     int shownDocuments = 0;
     int selectionChanges = 0;
     int tabChanges = 0;
@@ -57,6 +68,8 @@ public:
     editorPaneWantsSaveLocation(EditorPane&, const std::filesystem::path& proposed) override
     {
         proposedLocation = proposed;
+        if (whileAsked)
+            std::exchange(whileAsked, nullptr)();
         return saveLocation;
     }
     void editorPaneDidMeetCommand(EditorPane&, const EditorCommand& command) override
@@ -64,6 +77,21 @@ public:
         commands.push_back(command.name);
     }
 
+    std::size_t editorPaneWantsAnswer(EditorPane&, const EditorPaneAlert& alert) override
+    {
+        alerts.push_back(alert);
+        if (whileAsked)
+            std::exchange(whileAsked, nullptr)();
+        return answer.value_or(alert.escapeButton);
+    }
+    std::vector<EditorPane*> editorPaneWantsEditors(EditorPane&) override { return editors; }
+    void editorPaneDidBecomeActive(EditorPane&) override { ++activations; }
+
+    std::vector<EditorPaneAlert> alerts;
+    std::optional<std::size_t> answer;  // Absent: Escape.
+    std::function<void()> whileAsked;   // Runs once, before the answer.
+    std::vector<EditorPane*> editors;
+    int activations = 0;
     std::u16string status;
     int beeps = 0;
     std::filesystem::path proposedLocation;
@@ -79,7 +107,20 @@ struct PaneWorld {
     MemoryPasteboard pasteboard;
     FixedCalendar calendar;
 
-    EditorPaneServices services() { return {clock, mainQueue, fileSystem, pasteboard, calendar}; }
+    GitLineDiffer* gitLineDiffer = nullptr;
+    std::function<std::shared_ptr<const LanguageMode>(const std::optional<std::filesystem::path>&)>
+        languageModeForURL;
+
+    EditorPaneServices services()
+    {
+        return {.clock = clock,
+                .mainQueue = mainQueue,
+                .fileSystem = fileSystem,
+                .pasteboard = pasteboard,
+                .calendar = calendar,
+                .languageModeForURL = languageModeForURL,
+                .gitLineDiffer = gitLineDiffer};
+    }
     void wait(double seconds)
     {
         clock.advance(std::chrono::nanoseconds(static_cast<std::int64_t>(seconds * 1e9)));
@@ -114,6 +155,41 @@ struct OnePane : PaneWorld, TestPane {
     {
         pane.document().setText(TextSnapshot(text));
     }
+    /// What other panes share with this one.
+    PaneWorld& world() { return *this; }
+};
+
+/// A pane, and a folder with files for it.
+class PaneFilesTest : public testing::Test, public OnePane {
+protected:
+    /// Writes the file, shows it, and answers its path.
+    std::filesystem::path open(std::string_view name, std::string_view bytes)
+    {
+        const std::filesystem::path path = folder.write(name, bytes);
+        pane.openLocation(path);
+        return path;
+    }
+    /// The same, with an "x" typed before the text.
+    std::filesystem::path openAndType(std::string_view name, std::string_view bytes)
+    {
+        std::filesystem::path path = open(name, bytes);
+        type(u"x");
+        return path;
+    }
+    /// Another program writes the file a second after it was last written.
+    void writeOutside(std::string_view name, std::string_view bytes)
+    {
+        test::moveDate(folder.write(name, bytes), ++outsideWrites * 1'000'000'000);
+    }
+    void failAlways(std::string_view call, int code)
+    {
+        fileSystem.failure = {.call = 0, .code = code, .isLasting = true, .only = call};
+    }
+
+    EditorDocument& document() { return pane.document(); }
+
+    test::TestFolder folder;
+    std::int64_t outsideWrites = 0;
 };
 
 }  // namespace tavrel

@@ -1,5 +1,6 @@
 #include "editor/EditorPane.h"
 #include "editor/MonospacedRowLayout.h"
+#include "editor/SearchResultLines.h"
 #include "editor/dispatch/CommandTable.h"
 #include "editor/dispatch/DefaultKeyMap.h"
 #include "platform/Calendar.h"
@@ -98,6 +99,19 @@ EditorCommand command(Bytes& bytes)
     return command;
 }
 
+/// What clicks do beyond moving the cursor.
+void click(EditorPane& pane, std::size_t offset)
+{
+    if (const std::optional<std::u16string> link = pane.linkAt(offset))
+        require(link->find(u"://") != std::u16string::npos);
+    static_cast<void>(searchResultAt(pane.text(), offset));
+    if (pane.beginColorPicking(offset)) {
+        pane.pickColor(0.1, 0.2, 0.3);
+        require(pane.text().text(pane.selectedRange()) == u"#1A334D");
+        pane.endColorPicking();
+    }
+}
+
 void perform(EditorPane& pane, Pasteboard& pasteboard, SimulatedClock& clock, Bytes& bytes)
 {
     switch (bytes.next() % 8) {
@@ -119,9 +133,13 @@ void perform(EditorPane& pane, Pasteboard& pasteboard, SimulatedClock& clock, By
     case 5:
         clock.advance(std::chrono::milliseconds(10 * bytes.next()));
         break;
-    default:
-        pane.runCommand(command(bytes));
-        break;
+    default: {
+        const EditorCommand chosen = command(bytes);
+        if (chosen.name == "closeFile")  // The history would go with the document.
+            click(pane, bytes.next());
+        else
+            pane.runCommand(chosen);
+    }
     }
 }
 

@@ -230,6 +230,24 @@ TEST_F(GitLineDifferTest, AnswersArriveOnTheMainQueueInTheOrderOfTheQuestions)
     EXPECT_EQ(answers[2], GitLineDiff{});
 }
 
+TEST_F(GitLineDifferTest, NoTextIsMadeForAFileOutsideAnyRepository)
+{
+    makeRepository("r");
+    GitLineDiffer asked = differ();
+    int texts = 0;
+    int answers = 0;
+    const auto text = [&texts] {
+        ++texts;
+        return std::string(threeLines);
+    };
+    asked.compute(folder_.at("home/a"), text, [&](auto) { ++answers; });
+    ASSERT_TRUE(main_.runUntil([&] { return answers == 1; }));
+    EXPECT_EQ(texts, 0);
+    asked.compute(folder_.at("r/a"), text, [&](auto) { ++answers; });
+    ASSERT_TRUE(main_.runUntil([&] { return answers == 2; }));
+    EXPECT_EQ(texts, 1);
+}
+
 TEST(GitTool, FindsTheProgramInFullPathsAlone)
 {
     Environment environment;

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstdlib>
+#include <fcntl.h>
 #include <fstream>
 #include <iterator>
 #include <sys/stat.h>
@@ -46,6 +47,19 @@ std::string contents(const std::filesystem::path& path)
 {
     std::ifstream file(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(file), {}};
+}
+
+void moveDate(const std::filesystem::path& path, std::int64_t nanoseconds)
+{
+    struct stat status;
+    if (stat(path.c_str(), &status) != 0)
+        std::abort();
+    const std::int64_t present = status.st_mtim.tv_sec * 1'000'000'000 + status.st_mtim.tv_nsec;
+    const std::int64_t moved = present + nanoseconds;
+    const timespec time{moved / 1'000'000'000, moved % 1'000'000'000};
+    const timespec times[2] = {time, time};
+    if (utimensat(AT_FDCWD, path.c_str(), times, 0) != 0)
+        std::abort();
 }
 
 unsigned modeOf(const std::filesystem::path& path)

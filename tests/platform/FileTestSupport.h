@@ -3,6 +3,7 @@
 #include "platform/PosixFileSystem.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -34,6 +35,9 @@ private:
 
 /// What the file holds, read without any of the code under test; empty when it cannot be read.
 std::string contents(const std::filesystem::path& path);
+
+/// Gives the file another date, `nanoseconds` later or, with a negative number, earlier.
+void moveDate(const std::filesystem::path& path, std::int64_t nanoseconds);
 
 /// The permission bits of the file itself.
 unsigned modeOf(const std::filesystem::path& path);

@@ -69,9 +69,9 @@ TEST(ShellLaunch, TheEnvironmentIsTheApplicationsOwnWithAdditions)
     own.set("TERM", "dumb");
     own.set("KEPT", "yes");
     own.set("LANG", "de_DE.UTF-8");
-    const Environment made = shellEnvironment(own, {"/bin/bash", "/work", "/terms", "C.UTF-8"});
+    const Environment made = shellEnvironment(own, {"/bin/bash", "/project", "/terms", "C.UTF-8"});
     EXPECT_EQ(made.value("TERM"), "xterm-256color");
-    EXPECT_EQ(made.value("PWD"), "/work");
+    EXPECT_EQ(made.value("PWD"), "/project");
     EXPECT_EQ(made.value("SHELL"), "/bin/bash");
     EXPECT_EQ(made.value("COLORTERM"), "truecolor");
     EXPECT_EQ(made.value("TERMINFO"), "/terms");

@@ -25,7 +25,12 @@ public:
         ++shows;
     }
     void clearSelection() override { ++clearedSelections; }
-    void panelDidChangeRows() override { ++rowChanges; }
+    void panelDidChangeRows() override
+    {
+        ++rowChanges;
+        if (onRows)
+            onRows();
+    }
     bool isFollowingOutput() const override { return following; }
     void followOutput() override { following = true; }
     std::optional<TerminalSize> fittingSize() const override { return size; }
@@ -34,6 +39,7 @@ public:
     void panelDidChangeTabs() override { ++tabChanges; }
     void panelDidChangePreferences(const Preferences&) override { ++preferenceChanges; }
 
+    std::function<void()> onRows;
     TerminalEmulator* shown = nullptr;
     int shows = 0;
     int clearedSelections = 0;

@@ -1,6 +1,6 @@
 #include "TerminalPanelFixture.h"
 
-#include <csignal>
+#include <fstream>
 #include <sys/resource.h>
 
 namespace tavrel {
@@ -89,18 +89,29 @@ TEST_F(TerminalPanelTest, AReplyWithoutAShellIsLost)
 
 TEST_F(TerminalPanelTest, AProgramThatNeverReadsItsRepliesGetsNoMoreOfThem)
 {
-    // It reads what it was sent only once it finds the file.
-    useShell("stty raw -echo; echo ready; while ! test -e go; do sleep 0.01; done; exec cat >keys");
+    // It reads what it was sent only once somebody writes to the pipe.
+    useShell("stty raw -echo; mkfifo go; echo ready; read line <go; exec cat >keys");
     shownPanel();
     ASSERT_TRUE(waitForText("ready"));
     constexpr std::size_t questions = 100'000;
     for (std::size_t question = 0; question < questions; ++question)
         emulator().feed("\x1B[6n");
-    home.home.write("go", "");
+    std::ofstream(home.home / "go") << "go\n";
     ASSERT_TRUE(waitForFile("keys", "\x1B[2;6R"));
     panel().sendInput("end");
     ASSERT_TRUE(waitForFile("keys", "end"));
     EXPECT_LT(fileText("keys").size(), 200'000U);
+}
+
+TEST_F(TerminalPanelTest, AReplyBehindALongPasteIsNotLost)
+{
+    useShell("stty raw -echo; mkfifo go; echo ready; read line <go; exec cat >keys");
+    shownPanel();
+    ASSERT_TRUE(waitForText("ready"));
+    panel().sendInput(std::string(300'000, 'p'));
+    emulator().feed("\x1B[6n");
+    std::ofstream(home.home / "go") << "go\n";
+    EXPECT_TRUE(waitForFile("keys", "p\x1B[2;6R"));
 }
 
 // Starting.
@@ -682,7 +693,7 @@ TEST_F(TerminalPanelTest, RestoringKeepsTheShellsThatRun)
 
 TEST_F(TerminalPanelTest, MoreFoldersThanTabsAreIgnored)
 {
-    panel().restoreTabs({u"a"}, {"/usr", "/var", "/tmp"});
+    panel().restoreTabs({u"a"}, {"/usr", "/var", "/opt"});
     EXPECT_EQ(panel().tabWorkingDirectories(), Paths{"/usr"});
 }
 
@@ -765,11 +776,29 @@ TEST_F(TerminalPanelTest, DestroyingThePanelEndsEveryShell)
 
 TEST_F(TerminalPanelTest, LateOutputOfAPanelThatIsGoneIsDropped)
 {
-    useShell("stty -echo; yes");
+    useShell("seq 1 10000; echo done >said; exec cat");
     shownPanel();
-    ASSERT_TRUE(waitForText("y\ny"));
+    // All of it waits for a queue that nobody cranks.
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (fileText("said").empty() && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::yield();
+    ASSERT_EQ(fileText("said"), "done\n");
     controller.reset();
+    const int before = view.rowChanges;
     queue.run();
+    EXPECT_EQ(view.rowChanges, before);
+}
+
+TEST_F(TerminalPanelTest, LateOutputOfAClosedTabIsDropped)
+{
+    useShell("seq 1 10000; echo done >said; exec cat");
+    panel().newTab();
+    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+    while (fileText("said").empty() && std::chrono::steady_clock::now() < deadline)
+        std::this_thread::yield();
+    panel().closeTab(1);
+    queue.run();
+    EXPECT_EQ(text(), "");
 }
 
 // Messages of the application.

@@ -66,8 +66,10 @@ void TavrelTextView::observe(TextStorage* storage)
 {
     if (storage == storage_)
         return;
-    if (storage_)
+    if (storage_) {
         storage_->removeObserver(this);
+        document_->coloring().hide(this);
+    }
     storage_ = storage;
     if (storage_)
         storage_->addObserver(this);
@@ -151,8 +153,17 @@ void TavrelTextView::layOutAll()
     visible_ = scroll.visibleRows(origin_);
     decorations_ = makeDecorations();
     update();
+    colorVisibleRows();
     if (delegate_)
         delegate_->textViewDidChangeRows();
+}
+
+void TavrelTextView::colorVisibleRows()
+{
+    if (visible_.empty() || !document_)
+        return;
+    const std::size_t start = visible_.front().row.start();
+    document_->coloring().show(this, {start, visible_.back().row.end() - start});
 }
 
 void TavrelTextView::resizeEvent(QResizeEvent*)
@@ -175,6 +186,7 @@ void TavrelTextView::storageDidChange(const TextStorage& storage,
     origin_ = scroll.clamped({mapped(origin_.location, changes), origin_.offset});
     visible_ = scroll.visibleRows(origin_);
     repaintChangedRows(before, changes);
+    colorVisibleRows();
     setDecorations(makeDecorations());
     if (delegate_)
         delegate_->textViewDidChangeRows();
@@ -258,6 +270,7 @@ void TavrelTextView::moveTo(ScrollOrigin origin)
     if (!isWhole || std::abs(*moved) > height() * largestBlitPart) {
         decorations_ = makeDecorations();
         update();
+        colorVisibleRows();
         if (delegate_)
             delegate_->textViewDidChangeRows();
         return;
@@ -266,6 +279,7 @@ void TavrelTextView::moveTo(ScrollOrigin origin)
     scroll(0, dy);
     decorations_.moveBy(dy);
     setDecorations(makeDecorations());
+    colorVisibleRows();
     if (delegate_)
         delegate_->textViewDidScroll(dy);
 }

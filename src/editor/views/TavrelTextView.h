@@ -128,6 +128,7 @@ private:
     void measureFont();
     void updateWrap();
     void layOutAll();
+    void colorVisibleRows();
     void moveTo(ScrollOrigin origin);
     void repaintChangedRows(const std::vector<VisibleRow>& before,
                             std::span<const TextChange> changes);
