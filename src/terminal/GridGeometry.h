@@ -22,7 +22,6 @@ struct GridGeometry {
     int columnAt(double x) const;
 
     double left(int column) const { return leftInset + column * cellWidth; }
-    double top(int row) const { return topInset + row * cellHeight; }
 };
 
 }  // namespace tavrel

@@ -16,12 +16,6 @@ void GridScroll::update(std::int64_t rowCount, std::int64_t shownCount, std::int
         top_ = std::clamp<std::int64_t>(top_ - dropped, 0, lastTop());
 }
 
-void GridScroll::reset(std::int64_t rowCount, std::int64_t shownCount, std::int64_t droppedCount)
-{
-    isFollowing_ = true;
-    update(rowCount, shownCount, droppedCount);
-}
-
 void GridScroll::scrollTo(std::int64_t top)
 {
     top_ = std::clamp<std::int64_t>(top, 0, lastTop());

@@ -20,9 +20,6 @@ public:
     /// away at the start of the history since the terminal began.
     void update(std::int64_t rowCount, std::int64_t shownCount, std::int64_t droppedCount);
 
-    /// Another terminal is shown: its end is in sight.
-    void reset(std::int64_t rowCount, std::int64_t shownCount, std::int64_t droppedCount);
-
     /// The user's own scrolling; it decides anew whether the output is followed.
     void scrollTo(std::int64_t top);
     void scrollBy(std::int64_t rows) { scrollTo(top_ + rows); }

@@ -98,14 +98,5 @@ TEST(GridScroll, MillionsOfRowsAreNoLimit)
     EXPECT_EQ(scroll.top(), 4'999'999'976);
 }
 
-TEST(GridScroll, AnotherTerminalIsShownFromItsEnd)
-{
-    GridScroll scroll = scrollOver(100, 20, 7);
-    scroll.scrollTo(10);
-    scroll.reset(500, 20, 0);
-    EXPECT_EQ(scroll.top(), 480);
-    EXPECT_TRUE(scroll.isFollowing());
-}
-
 }  // namespace
 }  // namespace tavrel

@@ -51,6 +51,18 @@ ui_keys Return ctrl+d
 ui_wait "Ctrl+Q, Ctrl+S, Ctrl+W and Tab reach the program" \
     ui_file_is "$ui_home/keys.txt" $'a^Q^S^W\t\tb\n'
 
+# What a keyboard composes reaches the program: a dead key, AltGr, another script.
+ui_run 'cat > composed.txt'
+ui_layout us intl
+ui_places 40 18
+ui_layout de
+ui_places 100+16 21
+ui_layout ru
+ui_places 30
+ui_layout us
+ui_keys Return ctrl+d
+ui_wait "composed characters reach the program" ui_file_is "$ui_home/composed.txt" $'é@zф\n'
+
 ui_run 'sleep 1000; echo $? > status.txt'
 ui_wait "the command runs" pgrep -f '^sleep 1000$'
 ui_keys ctrl+c
@@ -81,7 +93,11 @@ ui_keys ctrl+1
 ui_type 'x'
 ui_keys ctrl+s
 ui_wait "Ctrl+1 gives the keys to the editor" ui_file_is "$file" $'xone\n'
-ui_keys ctrl+a ctrl+c ctrl+grave ctrl+grave
+ui_keys ctrl+t
+ui_wait "Ctrl+T in the editor opens a tab" ui_children_are 2
+xdotool key --clearmodifiers ctrl+shift+w
+ui_wait "Ctrl+Shift+W closes it again" ui_children_are 1
+ui_keys ctrl+1 ctrl+a ctrl+c ctrl+grave ctrl+grave
 ui_type 'cat > pasted.txt'
 ui_keys Return
 xdotool key --clearmodifiers ctrl+shift+v

@@ -109,13 +109,12 @@ std::vector<TerminalFont::Piece> TerminalFont::layOut(const Face& face, char32_t
     const double shift = std::max(cellWidth_ - width, 0.0) / 2;
     std::vector<Piece> pieces;
     for (const QGlyphRun& run : line.glyphRuns()) {
-        QRawFont font = run.rawFont();
+        const QRawFont original = run.rawFont();
+        const double whole = original.pixelSize();
         // In whole steps, so that a font is kept in a few sizes and not in one for each width.
-        const double whole = font.pixelSize();
-        if (wanted < 1 && whole > 0)
-            font.setPixelSize(std::max(std::floor(whole * wanted * 4) / 4, 1.0));
-        const double shrink = whole > 0 ? font.pixelSize() / whole : 1;
-        const QRawFont* keptFont = kept(font);
+        const double size = wanted < 1 ? std::max(std::floor(whole * wanted * 4) / 4, 1.0) : whole;
+        const double shrink = whole > 0 ? size / whole : 1;
+        const QRawFont* keptFont = kept(original, size);
         const QList<quint32> indexes = run.glyphIndexes();
         const QList<QPointF> positions = run.positions();
         // Where no font has the character the toolkit has a sign of its own, which keeps its size.
@@ -134,14 +133,17 @@ std::vector<TerminalFont::Piece> TerminalFont::layOut(const Face& face, char32_t
     return pieces;
 }
 
-const QRawFont* TerminalFont::kept(const QRawFont& font)
+const QRawFont* TerminalFont::kept(const QRawFont& font, double pixelSize)
 {
     for (const auto& other : otherFonts_) {
-        if (*other == font && other->pixelSize() == font.pixelSize())
-            return other.get();
+        if (other->original == font && other->pixelSize == pixelSize)
+            return &other->sized;
     }
-    otherFonts_.push_back(std::make_unique<QRawFont>(font));
-    return otherFonts_.back().get();
+    otherFonts_.push_back(std::make_unique<OtherFont>(OtherFont{font, pixelSize, font}));
+    QRawFont& sized = otherFonts_.back()->sized;
+    if (sized.pixelSize() != pixelSize)
+        sized.setPixelSize(pixelSize);
+    return &sized;
 }
 
 }  // namespace tavrel

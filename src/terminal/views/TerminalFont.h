@@ -56,6 +56,9 @@ public:
     /// they are wider than a cell. Valid until the next call.
     const std::vector<Piece>& pieces(char32_t character, TerminalWeight weight);
 
+    /// How many fonts, in how many sizes, `pieces` has needed so far.
+    std::size_t otherFontCount() const { return otherFonts_.size(); }
+
 private:
     static constexpr char32_t asciiEnd = 0x80;
     // Programs may print any character; past this many the tables begin anew.
@@ -72,7 +75,7 @@ private:
 
     quint32 lookUp(const Face& face, char32_t character) const;
     std::vector<Piece> layOut(const Face& face, char32_t character);
-    const QRawFont* kept(const QRawFont& font);
+    const QRawFont* kept(const QRawFont& font, double pixelSize);
 
     QFont font_;
     double scale_;
@@ -80,7 +83,14 @@ private:
     double cellHeight_ = 1;
     double baselineOffset_ = 0;
     std::array<std::unique_ptr<Face>, 2> faces_;
-    std::vector<std::unique_ptr<QRawFont>> otherFonts_;
+    /// A font of other characters in the size that fits. Making one opens its file, so a size of a
+    /// font is made once.
+    struct OtherFont {
+        QRawFont original;
+        double pixelSize;
+        QRawFont sized;
+    };
+    std::vector<std::unique_ptr<OtherFont>> otherFonts_;
 };
 
 }  // namespace tavrel

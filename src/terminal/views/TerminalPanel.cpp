@@ -64,6 +64,7 @@ void TerminalPanel::resizeEvent(QResizeEvent*)
 void TerminalPanel::showEvent(QShowEvent*)
 {
     arrange();
+    gridView_->refresh();
     controller_.startActiveSession();
 }
 
@@ -92,7 +93,9 @@ void TerminalPanel::clearSelection()
 
 void TerminalPanel::panelDidChangeRows()
 {
-    gridView_->refreshSoon();
+    // A panel that is hidden costs nothing but what its programs write.
+    if (isVisible())
+        gridView_->refreshSoon();
 }
 
 bool TerminalPanel::isFollowingOutput() const

@@ -84,5 +84,19 @@ TEST(TerminalFont, EveryCharacterThereIsCanBeAskedFor)
     EXPECT_NE(font.glyph(U'x', TerminalWeight::bold), 0u);
 }
 
+TEST(TerminalFont, OtherFontsAreOpenedOnceForEachSize)
+{
+    TerminalFont font(QString(), 12, 1);
+    std::size_t lacking = 0;
+    for (char32_t character = 0x2100; character < 0x2C00; ++character) {
+        if (font.glyph(character, TerminalWeight::regular) != 0)
+            continue;
+        font.pieces(character, TerminalWeight::regular);
+        ++lacking;
+    }
+    // Thousands of characters of a few families, in steps of a quarter of a pixel.
+    EXPECT_LE(font.otherFontCount(), lacking / 10 + 20);
+}
+
 }  // namespace
 }  // namespace tavrel

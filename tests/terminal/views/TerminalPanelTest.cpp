@@ -83,6 +83,18 @@ TEST_F(TerminalPanelViewTest, TheTerminalHasTheSizeThatFits)
     EXPECT_EQ(controller->activeEmulator()->rows(), other.rows);
 }
 
+TEST_F(TerminalPanelViewTest, AHiddenPanelCatchesUpWhenItIsShownAgain)
+{
+    show();
+    ASSERT_TRUE(showsSoon("ready"));
+    panel->hide();
+    controller->print(u"meanwhile\n");
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(panel->gridView().shownText().contains(QStringLiteral("meanwhile")));
+    panel->show();
+    EXPECT_TRUE(panel->gridView().shownText().contains(QStringLiteral("meanwhile")));
+}
+
 TEST_F(TerminalPanelViewTest, TheBarIsThereWithTwoTabs)
 {
     show();
