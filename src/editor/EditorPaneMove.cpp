@@ -4,6 +4,7 @@
 #include "editor/EditorPane.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace tavrel {
@@ -25,9 +26,13 @@ void EditorPane::moveText(TextRange range, std::size_t location)
     const std::size_t start = location > range.location ? location - range.length : location;
     batch.afterSelection = {start, range.length};
     batch.afterCursors = {};
-    for (EditorUndoSnapshot& snapshot : batch.snapshots) {
-        snapshot.afterSelection = batch.afterSelection;
-        snapshot.afterSecondaryCursorLocations = {};
+    if (!batch.snapshots.empty()) {
+        EditorUndoState state = *batch.snapshots.front().state;
+        state.afterSelection = batch.afterSelection;
+        state.afterSecondaryCursorLocations = {};
+        const auto shared = std::make_shared<const EditorUndoState>(std::move(state));
+        for (EditorUndoSnapshot& snapshot : batch.snapshots)
+            snapshot.state = shared;
     }
     carryOut(std::move(batch));
 }
