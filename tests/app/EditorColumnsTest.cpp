@@ -81,6 +81,7 @@ TEST_F(EditorColumnsTest, CommandsMoveTheKeysBetweenTheColumns)
 TEST_F(EditorColumnsTest, AClickMakesAColumnTheActiveOne)
 {
     pane(1).openLocation(file("b.txt", "text"));
+    run("editor1");
     EXPECT_EQ(status(), QStringLiteral("No File"));
     QTest::mouseClick(&columns().view(1).textView(), Qt::LeftButton, {}, QPoint(20, 20));
     EXPECT_EQ(columns().activeColumnIndex(), 1u);

@@ -10,7 +10,7 @@ read -r left top < <(xwininfo -id "$ui_window" |
     awk '/Absolute upper-left X/{x=$4} /Absolute upper-left Y/{y=$4} END{print x, y}')
 
 ui_panel() {
-    xdotool search --onlyvisible --pid "$ui_program_pid" --name '^Color$'
+    xdotool search --all --onlyvisible --pid "$ui_program_pid" --name '^Color$'
 }
 panel_is_gone() {
     ! ui_panel
