@@ -229,5 +229,22 @@ void completionAfterAnEdit(benchmark::State& state)
 }
 BENCHMARK(completionAfterAnEdit)->Unit(benchmark::kMillisecond);
 
+/// What a reload costs beyond reading the file: one line in the middle is another.
+void setAlmostEqualText(benchmark::State& state)
+{
+    const std::u16string text = sourceText(static_cast<std::size_t>(state.range(0)));
+    std::u16string changed = text;
+    changed[text.size() / 2] ^= 1;
+    BenchPane bench(text);
+    const TextSnapshot texts[2] = {TextSnapshot(changed), TextSnapshot(text)};
+    std::size_t next = 0;
+    for (auto _ : state)
+        bench.pane.document().setText(texts[next++ % 2]);
+}
+BENCHMARK(setAlmostEqualText)
+    ->Arg(tenMegabytes)
+    ->Arg(10 * tenMegabytes)
+    ->Unit(benchmark::kMillisecond);
+
 }  // namespace
 }  // namespace tavrel

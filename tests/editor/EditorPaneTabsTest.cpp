@@ -3,7 +3,9 @@
 #include "editor/EditorTabDrag.h"
 #include "editor/OpenDocuments.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
+#include <iterator>
 
 namespace tavrel {
 namespace {
@@ -227,6 +229,33 @@ TEST_F(EditorPaneTabsTest, StoringTheStateOfATabTouchesNoText)
     pane.selectTab(0);
     EXPECT_EQ(document().textStorage().revision(), revision);
     EXPECT_EQ(pane.text().root(), before.root());
+}
+
+/// Where the units of the text lie in memory.
+std::vector<const void*> blocksOf(const TextSnapshot& text)
+{
+    std::vector<const void*> blocks;
+    text.forEachPiece({0, text.length()}, [&blocks](const TextPiece& piece) {
+        blocks.push_back(piece.narrow ? static_cast<const void*>(piece.narrow) : piece.wide);
+        return true;
+    });
+    std::sort(blocks.begin(), blocks.end());
+    return blocks;
+}
+
+TEST_F(EditorPaneTabsTest, EditsAndUndoCopyNoMoreThanTheBlocksTheyTouch)
+{
+    open("a", std::string(200'000, 'x'));
+    const std::vector<const void*> before = blocksOf(pane.text());
+    ASSERT_GT(before.size(), 20U);
+    pane.setSelectedRange({100'000, 0});
+    type(u"y");
+    run("undo");
+    const std::vector<const void*> after = blocksOf(pane.text());
+    std::vector<const void*> kept;
+    std::set_intersection(before.begin(), before.end(), after.begin(), after.end(),
+                          std::back_inserter(kept));
+    EXPECT_GE(kept.size() + 3, before.size());
 }
 
 TEST_F(EditorPaneTabsTest, TheStatusTextNamesLanguageMarkerAndWhatHappened)
