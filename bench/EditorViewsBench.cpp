@@ -102,10 +102,32 @@ void moveCursor(benchmark::State& state, const std::u16string& text)
     }
 }
 
+void redrawWindow(benchmark::State& state, const std::u16string& text)
+{
+    Shown shown(text);
+    shown.view.resize(1280, 820);
+    GitLineDiff diff;
+    for (std::int64_t line = 1; line < 200'000; line += 3)
+        diff.changedLines.push_back({line, 1, GitLineChangeKind::modified});
+    shown.pane.document().gitLineDiff = diff;
+    shown.pane.document().postDidChangeGitLineDiff();
+    QCoreApplication::processEvents();
+    for (auto _ : state) {
+        shown.view.update();
+        shown.view.textView().update();
+        shown.view.lineNumberGutterView().update();
+        shown.view.tabScrollView().update();
+        shown.view.scrollBar().update();
+        QCoreApplication::sendPostedEvents();
+    }
+}
+
 BENCHMARK_CAPTURE(typeLetter, code10MB, code(10'000'000));
 BENCHMARK_CAPTURE(typeLetter, oneLine10MB, oneLine(10'000'000));
 BENCHMARK_CAPTURE(typeLetter, ideographs3M, ideographs(3'000'000));
 BENCHMARK_CAPTURE(moveCursor, code10MB, code(10'000'000));
+BENCHMARK_CAPTURE(redrawWindow, code10MB, code(10'000'000));
+BENCHMARK_CAPTURE(redrawWindow, ideographs3M, ideographs(3'000'000));
 BENCHMARK_CAPTURE(pageDown, code10MB, code(10'000'000));
 BENCHMARK_CAPTURE(pageDown, oneLine10MB, oneLine(10'000'000));
 BENCHMARK_CAPTURE(pageDown, ideographs3M, ideographs(3'000'000));

@@ -63,6 +63,7 @@ void EditorColumns::addColumn()
     view.textView().menuShortcut = [this](const QKeyEvent& event) {
         return menuShortcut && menuShortcut(event);
     };
+    view.setActive(columns_.empty());
     columns_.push_back(std::move(added));
 }
 
@@ -226,6 +227,8 @@ void EditorColumns::activate(std::size_t index)
     if (index != activeIndex_)
         autosaveCurrent();
     activeIndex_ = index;
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+        view(i).setActive(i == index);
     setFocusProxy(&column(activeIndex_));
     std::erase(focusHistory_, index);
     focusHistory_.insert(focusHistory_.begin(), index);
@@ -249,6 +252,18 @@ void EditorColumns::focusColumn(std::size_t index)
     currentView().setFocus();
 }
 
+// The column in sight that had the keys last, but for this one; with one column, that.
+std::size_t EditorColumns::columnBeside(std::size_t index) const
+{
+    if (visibleCount_ < 2)
+        return index;
+    for (const std::size_t former : focusHistory_) {
+        if (former != index && former < visibleCount_)
+            return former;
+    }
+    return index == 0 ? 1 : 0;
+}
+
 void EditorColumns::showNewViewOfFile()
 {
     if (visibleCount_ < 2)
@@ -259,13 +274,7 @@ void EditorColumns::showNewViewOfFile()
             didSetStatus(u"No file to view in another editor");
         return;
     }
-    std::size_t target = activeIndex_ == 0 ? 1 : 0;
-    for (const std::size_t index : focusHistory_) {
-        if (index != activeIndex_ && index < visibleCount_) {
-            target = index;
-            break;
-        }
-    }
+    const std::size_t target = columnBeside(activeIndex_);
     const std::filesystem::path url = *tab.document->url;
     pane(target).openLocation(url);
     focusColumn(target);
@@ -385,18 +394,11 @@ std::vector<EditorPane*> EditorColumns::editorPaneWantsEditors(EditorPane&)
     return panes;
 }
 
-// A file that a column in sight shows already is shown there; others go to the column beside the
-// results, so that both can be seen.
+// In the column beside the results, so that both can be seen.
 EditorPane* EditorColumns::editorPaneWantsFileShown(EditorPane& asking,
                                                     const std::filesystem::path& path)
 {
-    std::size_t target = indexOf(asking);
-    for (const std::size_t index : focusHistory_) {
-        if (index != target && index < visibleCount_) {
-            target = index;
-            break;
-        }
-    }
+    const std::size_t target = columnBeside(indexOf(asking));
     if (pane(target).openLocation(path) != OpenResult::opened)
         return nullptr;
     focusColumn(target);

@@ -111,6 +111,7 @@ private:
     void arrange();
     std::size_t fittingColumnCount() const;
     std::size_t indexOf(const EditorPane& pane) const;
+    std::size_t columnBeside(std::size_t index) const;
     void activate(std::size_t index);
     bool runColumnCommand(const EditorCommand& command);
 

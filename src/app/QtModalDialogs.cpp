@@ -36,7 +36,6 @@ std::size_t QtModalDialogs::ask(const EditorPaneAlert& alert)
     if (alert.buttons.empty())
         return 0;
     QMessageBox box(window_);
-    box.setIcon(QMessageBox::Warning);
     box.setWindowTitle(QStringLiteral("Tavrel Code"));
     box.setTextFormat(Qt::PlainText);  // A file's name is no markup.
     box.setText(QString::fromStdU16String(alert.message));

@@ -4,6 +4,7 @@
 #include "editor/EditorPane.h"
 
 #include <algorithm>
+#include <memory>
 #include <utility>
 
 namespace tavrel {

@@ -81,7 +81,7 @@ TEST_F(EditorColumnsTest, CommandsMoveTheKeysBetweenTheColumns)
 TEST_F(EditorColumnsTest, AClickMakesAColumnTheActiveOne)
 {
     pane(1).openLocation(file("b.txt", "text"));
-    columns().focusColumn(0);
+    run("editor1");
     EXPECT_EQ(status(), QStringLiteral("No File"));
     QTest::mouseClick(&columns().view(1).textView(), Qt::LeftButton, {}, QPoint(20, 20));
     EXPECT_EQ(columns().activeColumnIndex(), 1u);
@@ -245,6 +245,33 @@ TEST_F(EditorColumnsTest, AFileThatChangedOutsideIsReloadedOrAskedAbout)
     dialogs_->answer = 1;
     columns().checkDisk();
     EXPECT_EQ(text(1), u"a third time");
+}
+
+TEST_F(EditorColumnsTest, AClickInSearchResultsShowsWhatItNamesInTheOtherColumn)
+{
+    const std::filesystem::path found = file("found.txt", "one\ntwo\nthree\n");
+    const std::string heading = found.string() + ":2:\n";
+    const std::filesystem::path results = file("results.txt", heading + "> 2: two\n  3: three\n");
+    pane(0).files().openSearchResults(results);
+    TavrelTextView& view = columns().view(0).textView();
+    const auto clickRow = [&](int row, Qt::KeyboardModifiers modifiers) {
+        QTest::lastMouseTimestamp += 2000;
+        const double height = view.editorFont().rowHeight();
+        // A long path of the heading may take several rows, so rows are counted from the end.
+        const double top = view.visibleRows()[view.visibleRows().size() - 1].top;
+        QTest::mouseClick(&view, Qt::LeftButton, modifiers,
+                          QPointF(30, top - (row - 0.5) * height).toPoint());
+    };
+    clickRow(2, Qt::ControlModifier);
+    EXPECT_TRUE(pane(1).document().isEmpty());
+    pane(0).clearSecondaryCursors();
+    clickRow(2, {});
+    EXPECT_EQ(text(1), u"one\ntwo\nthree\n");
+    EXPECT_EQ(pane(1).selectedRange(), (TextRange{4, 3}));
+    EXPECT_EQ(columns().activeColumnIndex(), 1u);
+    clickRow(1, {});
+    EXPECT_EQ(pane(1).selectedRange(), (TextRange{8, 5}));
+    EXPECT_EQ(pane(1).tabs().size(), 1u);
 }
 
 TEST_F(EditorColumnsTest, DroppedFilesAreOpened)

@@ -48,6 +48,9 @@ public:
     /// The width at which `columnWidth` columns fit, in logical pixels.
     int preferredWidth() const;
 
+    /// Whether this column is the one that the user works in; only its looks follow.
+    void setActive(bool isActive) { tabScrollView_->setProminent(isActive); }
+
     /// The colour panel while it is open, else null.
     QColorDialog* colorPanel() const;
 

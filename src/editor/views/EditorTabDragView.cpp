@@ -99,7 +99,9 @@ void EditorTabDragView::setFace(const Face& face, const ViewTheme& theme)
     const bool isOther = face != face_ || shownTitle_.isEmpty();
     face_ = face;
     titleColor_ = face.isActive ? theme.foreground : mixed(theme.foreground, theme.gutter);
-    ground_ = face.isActive ? theme.selection : theme.background;
+    ground_ = face.isProminent ? theme.selection
+              : face.isActive  ? mixed(theme.selection, theme.background)
+                               : theme.background;
     closeMark_->setVisible(face.showsCloseButton);
     closeMark_->setColors(titleColor_, mixed(ground_, theme.gutter));
     if (isOther)

@@ -46,6 +46,7 @@ public:
     struct Face {
         QString title;
         bool isActive = false;
+        bool isProminent = false;  // In the column that has the keys.
         bool showsCloseButton = true;
         bool operator==(const Face&) const = default;
     };

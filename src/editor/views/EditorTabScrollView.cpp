@@ -64,14 +64,29 @@ void EditorTabScrollView::setTabs(Tabs tabs)
     }
     while (views_.size() < tabs_.titles.size())
         views_.push_back(makeTab());
-    for (std::size_t i = 0; i < views_.size(); ++i) {
-        const EditorTabDragView::Face face{QString::fromStdU16String(tabs_.titles[i]),
-                                           i == tabs_.activeIndex, !tabs_.isLoneEmptyTab};
-        if (face != views_[i]->face())
-            views_[i]->setFace(face, theme_);
-    }
+    showFaces();
     arrange();
     showActiveTab();
+}
+
+EditorTabDragView::Face EditorTabScrollView::faceOf(std::size_t index) const
+{
+    return {QString::fromStdU16String(tabs_.titles[index]), index == tabs_.activeIndex,
+            index == tabs_.activeIndex && isProminent_, !tabs_.isLoneEmptyTab};
+}
+
+void EditorTabScrollView::showFaces()
+{
+    for (std::size_t i = 0; i < views_.size(); ++i) {
+        if (const EditorTabDragView::Face face = faceOf(i); face != views_[i]->face())
+            views_[i]->setFace(face, theme_);
+    }
+}
+
+void EditorTabScrollView::setProminent(bool isProminent)
+{
+    isProminent_ = isProminent;
+    showFaces();
 }
 
 void EditorTabScrollView::setTheme(const ViewTheme& theme)

@@ -32,6 +32,8 @@ public:
     };
     void setTabs(Tabs tabs);
     void setTheme(const ViewTheme& theme);
+    /// The tab that is shown stands out more in the column that the user works in.
+    void setProminent(bool isProminent);
 
     int tabCount() const { return static_cast<int>(views_.size()); }
     EditorTabDragView& tabView(int index) { return *views_[static_cast<std::size_t>(index)]; }
@@ -54,6 +56,8 @@ private:
     static constexpr int margin = 4;  // Before the first tab and behind the last.
 
     EditorTabDragView* makeTab();
+    EditorTabDragView::Face faceOf(std::size_t index) const;
+    void showFaces();
     void arrange();
     void showActiveTab();
     double contentWidth() const;
@@ -61,6 +65,7 @@ private:
     ViewTheme theme_;
     Tabs tabs_;
     std::vector<EditorTabDragView*> views_;  // Children, in the order of the titles.
+    bool isProminent_ = true;
     double offset_ = 0;
 };
 
