@@ -31,6 +31,9 @@ struct MenuItem {
 /// The menu bar, from left to right and from top to bottom.
 inline constexpr std::array menuTable{
     MenuItem{u"File", u"Open File...", "cmd+o", MenuAction::openFile},
+    MenuItem{u"File", u"Close File", {}, MenuAction::command, "closeFile"},
+    MenuItem{u"File", u"Close All Files", {}, MenuAction::command, "closeAllFiles"},
+    MenuItem{u"File", u"Close Window", {}, MenuAction::command, "closeWindow"},
     MenuItem{u"File", {}, {}, MenuAction::separator},
     MenuItem{u"File", u"Save", "cmd+s", MenuAction::saveFile},
     MenuItem{u"File", u"Save As...", "cmd+shift+s", MenuAction::saveFileAs},
@@ -46,6 +49,7 @@ inline constexpr std::array menuTable{
     MenuItem{u"Edit", u"Copy", "cmd+c", MenuAction::command, "copy"},
     MenuItem{u"Edit", u"Paste", "cmd+v", MenuAction::command, "paste"},
     MenuItem{u"Edit", u"Select All", "cmd+a", MenuAction::command, "selectAll"},
+    MenuItem{u"View", u"New View of File", {}, MenuAction::command, "newView"},
     MenuItem{u"View", u"Toggle Terminal", "cmd+`", MenuAction::toggleTerminal},
     MenuItem{u"View", u"New Terminal Tab", {}, MenuAction::newTerminalTab},
 };
