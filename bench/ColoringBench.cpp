@@ -62,12 +62,12 @@ std::shared_ptr<const LanguageMode> cppMode()
 }
 
 struct BenchDocument {
-    BenchDocument()
+    explicit BenchDocument(std::shared_ptr<const LanguageMode> mode = cppMode())
     {
         static const TextSnapshot text = sourceText();
         storage.emplace(text);
         coloring.emplace(*storage);
-        coloring->setLanguage(cppMode(), mainQueue, &workQueue);
+        coloring->setLanguage(std::move(mode), mainQueue, &workQueue);
         coloring->show(this, {0, page});
     }
 
@@ -129,15 +129,16 @@ void pagedDown(benchmark::State& state)
 }
 BENCHMARK(pagedDown)->Unit(benchmark::kMicrosecond);
 
-void typeAt(benchmark::State& state, std::u16string_view typed)
+void typeAt(benchmark::State& state, std::u16string_view typed,
+            std::shared_ptr<const LanguageMode> mode = cppMode())
 {
-    BenchDocument document;
+    BenchDocument document(std::move(mode));
     document.settle();
     const std::size_t location = fileLength / 100 * static_cast<std::size_t>(state.range(0));
     const TextRange shown{location - std::min<std::size_t>(location, page / 2), page};
     document.coloring->show(&document, shown);
-    std::size_t at = location;
     for ([[maybe_unused]] auto _ : state) {
+        std::size_t at = location;  // Always in sight.
         for (const char16_t unit : typed) {
             document.storage->replace({at++, 0}, std::u16string_view(&unit, 1));
             document.coloring->show(&document, shown);
@@ -152,6 +153,13 @@ void typedKey(benchmark::State& state)
     typeAt(state, u"x");
 }
 BENCHMARK(typedKey)->Arg(0)->Arg(50)->Arg(99)->Unit(benchmark::kMicrosecond);
+
+// In a text without a language, where links are looked for.
+void typedKeyInPlainText(benchmark::State& state)
+{
+    typeAt(state, u"x", std::make_shared<const LanguageMode>(LanguageMode::plain()));
+}
+BENCHMARK(typedKeyInPlainText)->Arg(50)->Unit(benchmark::kMicrosecond);
 
 // A comment begins and ends with every second key, and what is behind it changes with it.
 void typedComment(benchmark::State& state)

@@ -238,6 +238,19 @@ TEST_F(DocumentColoringTest, PaintsTheLinksOfAPlainText)
     EXPECT_EQ(shownTokens(), TokenRuns(storage_.length()));
 }
 
+TEST_F(DocumentColoringTest, FollowsTheEditsOfAPlainText)
+{
+    open(LanguageMode::plain(), repeated("see http://example.org/a and more\n", 100'000));
+    show(50'000);
+    EXPECT_EQ(shownTokens(), expected());
+    for (const std::size_t location : {50'001, 51'004, 52'000, 49'990}) {
+        replace({location, 0}, u" ");
+        EXPECT_EQ(shownTokens(), expected()) << location;
+        replace({location, 1}, u"");
+        EXPECT_EQ(shownTokens(), expected()) << location;
+    }
+}
+
 TEST_F(DocumentColoringTest, ALanguageOfTheUsersOwnIsScannedWholeAWhileAfterTheEdit)
 {
     open(genericMode(), u"(* " + repeated("some talk\n", 100'000) + u"*) loop");
