@@ -108,6 +108,8 @@ public:
             });
             pictureIfStable();
         };
+        if (options_.results)
+            window_.pane().files().openSearchResults(*options_.results);
         showLoaded();
         if (!loader_.isFinished())
             loader_.setNotify([this] { mainQueue_.post([this] { showLoaded(); }); });

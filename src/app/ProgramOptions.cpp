@@ -82,6 +82,10 @@ tl::expected<ProgramOptions, std::string> programOptions(std::span<const std::st
             if (!reader.value() || reader.value()->empty())
                 return tl::unexpected(std::string("--screenshot needs the name of a file"));
             options.screenshot = folder / *reader.value();
+        } else if (reader.matches(argument, "--results")) {
+            if (!reader.value() || reader.value()->empty())
+                return tl::unexpected(std::string("--results needs the name of a file"));
+            options.results = (folder / *reader.value()).lexically_normal();
         } else if (reader.matches(argument, "--size")) {
             const std::optional<WindowSize> size = windowSize(reader.value().value_or(""));
             if (!size)
@@ -102,6 +106,8 @@ std::string helpText()
            "Opens the files, or an empty text, in a window.\n"
            "\n"
            "Options:\n"
+           "  --results FILE     show FILE as search results: lines \"/path:12:\", and below\n"
+           "                     each \"> 12: text\"; a click opens what a line names\n"
            "  --screenshot FILE  write a picture of the window to FILE (PNG) and end\n"
            "  --size WxH         the size of the window's contents, in pixels\n"
            "  --version          print the version and end\n"

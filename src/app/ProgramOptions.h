@@ -24,6 +24,8 @@ struct ProgramOptions {
     std::optional<std::filesystem::path> screenshot;
     WindowSize size;
     std::vector<std::filesystem::path> files;  // Absolute, in their order.
+    /// A file of search results, shown before the others: a click on a line opens what it names.
+    std::optional<std::filesystem::path> results;
 };
 
 /// Reads the arguments behind the program's name. Relative paths count from `folder`. An argument

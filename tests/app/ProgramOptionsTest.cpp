@@ -22,12 +22,14 @@ TEST(ProgramOptions, FilesCountFromTheFolder)
 
 TEST(ProgramOptions, TakeValuesInBothForms)
 {
-    const auto apart = parsed({"--screenshot", "p.png", "--size", "900x600", "f"});
-    const auto joined = parsed({"--screenshot=p.png", "--size=900x600", "f"});
+    const auto apart =
+        parsed({"--screenshot", "p.png", "--size", "900x600", "--results", "../found", "f"});
+    const auto joined = parsed({"--screenshot=p.png", "--size=900x600", "--results=../found", "f"});
     for (const auto& options : {apart, joined}) {
         ASSERT_TRUE(options.has_value());
         EXPECT_EQ(options->screenshot, std::filesystem::path("/home/user/p.png"));
         EXPECT_EQ(options->size, (WindowSize{900, 600}));
+        EXPECT_EQ(options->results, std::filesystem::path("/home/found"));
         EXPECT_EQ(options->files.size(), 1u);
     }
 }
@@ -44,9 +46,10 @@ TEST(ProgramOptions, WhatFollowsTwoDashesAreFiles)
 TEST(ProgramOptions, BadOnesAreRefused)
 {
     const std::vector<std::vector<std::string>> bad{
-        {"--wrong"},      {"-x"},           {"--screenshot"},    {"--screenshot="},
-        {"--size"},       {"--size", "10"}, {"--size", "0x10"},  {"--size", "10x-1"},
-        {"--size=1x2x3"}, {"--size=x"},     {"--size=99999x10"}, {"--sizes=1x2"},
+        {"--wrong"},         {"-x"},           {"--screenshot"},   {"--screenshot="},
+        {"--size"},          {"--size", "10"}, {"--size", "0x10"}, {"--size", "10x-1"},
+        {"--results"},       {"--results="},   {"--size=1x2x3"},   {"--size=x"},
+        {"--size=99999x10"}, {"--sizes=1x2"},
     };
     for (const std::vector<std::string>& arguments : bad) {
         const auto options = parsed(arguments);
