@@ -74,6 +74,8 @@ std::optional<char> controlByte(const KeyEvent& event)
 
 std::optional<std::string> encodedKey(const KeyEvent& event, CursorKeys cursorKeys)
 {
+    if (event.modifierFlags & commandModifier)
+        return std::nullopt;
     if (const SequenceKey* key = sequenceKeyOf(event))
         return std::string(cursorKeys == CursorKeys::application ? key->application : key->normal);
     if (event.modifierFlags & controlModifier) {

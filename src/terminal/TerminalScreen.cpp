@@ -388,7 +388,7 @@ int TerminalScreen::adjustRows(TerminalGrid& grid, int newRows, int cursorRow)
     } else if (newRows < count) {
         int excess = count - newRows;
         int last = count - 1;
-        for (; excess > 0 && cursorRow != last && grid.row(last).isEmpty(); --last)
+        for (; excess > 0 && cursorRow != last && grid.row(last).isEmpty(columns_); --last)
             --excess;
         for (int y = 0; y < excess; ++y)
             scrollback_.append(grid.row(y), columns_);

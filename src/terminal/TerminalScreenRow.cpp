@@ -12,12 +12,12 @@ TerminalCell TerminalScreenRow::cell(int column) const
     return styles_[at].cell(characters_[at]);
 }
 
-bool TerminalScreenRow::isEmpty() const
+bool TerminalScreenRow::isEmpty(int columns) const
 {
     const auto isPlain = [](TerminalStyle style) {
         return style.background() == TerminalColor::defaultBackground();
     };
-    return isPlain(fill_) &&
+    return (length_ >= columns || isPlain(fill_)) &&
            std::ranges::all_of(characters(), [](char32_t c) { return c == U' '; }) &&
            std::ranges::all_of(styles(), isPlain);
 }

@@ -32,7 +32,7 @@ public:
 
     TerminalCell cell(int column) const;
     /// Whether every cell is a blank on the theme's background.
-    bool isEmpty() const;
+    bool isEmpty(int columns) const;
 
     /// Writes `count` characters, `blockSize` at least, from `column` on in `style`.
     template<class Character>

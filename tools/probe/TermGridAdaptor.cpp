@@ -97,7 +97,10 @@ GridSelection selectionFromJson(const Json& list)
 
 Json selectAnswer(ProbeRequest& request)
 {
-    const GridSelection selection = selectionFromJson(requiredMember(request.body(), "selection"));
+    const Json* list = member(request.body(), "selection");
+    if (!list)
+        return {{"text", nullptr}};
+    const GridSelection selection = selectionFromJson(*list);
     const auto text = request.measured([&] { return fedEmulator(request.body()); },
                                        [&](const std::unique_ptr<TerminalEmulator>& emulator) {
                                            return selectedText(*emulator, selection);
