@@ -332,6 +332,7 @@ bool MainWindow::confirmsClosing()
                                     u"This tab has unsaved changes.",
                                     {u"Close", u"Cancel"},
                                     1};
+        const DocumentQuestion question(document);
         if (dialogs_.ask(alert) != 0)
             return false;
     }
