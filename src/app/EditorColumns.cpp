@@ -320,18 +320,20 @@ void EditorColumns::moveActiveTab(std::size_t index)
     focusColumn(index);
 }
 
+// While the user is asked the window may become wider, and a column come to the others.
+
 void EditorColumns::closeAllTabs()
 {
-    for (const Column& column : columns_) {
-        if (column.pane->closeAllTabs() == TabClosing::cancelled)
+    for (std::size_t i = 0; i < columns_.size(); ++i) {
+        if (pane(i).closeAllTabs() == TabClosing::cancelled)
             return;
     }
 }
 
 void EditorColumns::checkDisk()
 {
-    for (const Column& column : columns_)
-        column.pane->checkDisk();
+    for (std::size_t i = 0; i < columns_.size(); ++i)
+        pane(i).checkDisk();
 }
 
 void EditorColumns::reloadUnmodified(const std::filesystem::path& path)

@@ -71,12 +71,17 @@ MainWindow::~MainWindow()
 
 void MainWindow::connectColumns()
 {
-    columns_->setModalDialogs(*dialogs_);
+    columns_->setModalDialogs(dialogs_);
     columns_->didSetStatus = [this](std::u16string_view text) { statusLine_->setText(text); };
     columns_->didMeetCommand = [this](const EditorCommand& command) { didMeetCommand(command); };
     columns_->didChangeTabs = [this] { updateWatchedFiles(); };
     columns_->menuShortcut = [this](const QKeyEvent& event) {
         return runMenuShortcut(keyEventFromQt(event, commandKey_));
+    };
+    dialogs_.didClose = [this] {
+        // Whoever asked goes on first.
+        if (std::exchange(hasPutOffDiskCheck_, false) && fileWatch_)
+            fileWatch_->lookLater();
     };
     columns_->setTerminalServices({
         .makeTerminal = [this] { return makeTerminal ? makeTerminal() : nullptr; },
@@ -85,15 +90,14 @@ void MainWindow::connectColumns()
             [](std::string_view chord) {
                 return std::ranges::find(menuTable, chord, &MenuItem::chord) != menuTable.end();
             },
-        .dialogs = [this]() -> ModalDialogs& { return *dialogs_; },
+        .dialogs = [this]() -> ModalDialogs& { return dialogs_; },
         .wantsEditorFocus = [this](std::size_t index) { columns_->focusColumn(index); },
     });
 }
 
 void MainWindow::setModalDialogs(std::unique_ptr<ModalDialogs> dialogs)
 {
-    dialogs_ = std::move(dialogs);
-    columns_->setModalDialogs(*dialogs_);
+    dialogs_.setDialogs(std::move(dialogs));
 }
 
 // --- Menus
@@ -196,7 +200,7 @@ void MainWindow::chooseFiles()
 {
     const auto& url = pane().document().url;
     const std::filesystem::path folder = url ? url->parent_path() : std::filesystem::path();
-    openFiles(dialogs_->filesToOpen(folder));
+    openFiles(dialogs_.filesToOpen(folder));
 }
 
 void MainWindow::openFiles(const std::vector<std::filesystem::path>& paths)
@@ -223,11 +227,20 @@ void MainWindow::startWatchingFiles(MainQueue& mainQueue,
                                     const OpenFileWatch::MakeFolderWatch& makeFolderWatch)
 {
     fileWatch_ = std::make_unique<OpenFileWatch>(mainQueue, makeFolderWatch);
-    fileWatch_->didSettle = [this] { columns_->checkDisk(); };
+    fileWatch_->didSettle = [this] { checkDisk(); };
     fileWatch_->didRunOut = [this] {
         statusLine_->setText(u"Some open files are not watched: the system has no watches left");
     };
     updateWatchedFiles();
+}
+
+// A question that comes up over another one would be answered first, about what the user does not
+// have in mind.
+void MainWindow::checkDisk()
+{
+    hasPutOffDiskCheck_ = dialogs_.isOpen();
+    if (!hasPutOffDiskCheck_)
+        columns_->checkDisk();
 }
 
 void MainWindow::updateWatchedFiles()
@@ -286,11 +299,11 @@ void MainWindow::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
     // A dialog of our own takes the focus too, but not the user away.
-    if (event->type() != QEvent::ActivationChange || isClosing_ ||
+    if (event->type() != QEvent::ActivationChange || isClosing_ || dialogs_.isOpen() ||
         QApplication::activeModalWidget())
         return;
     if (isActiveWindow())
-        columns_->checkDisk();
+        checkDisk();
     else
         columns_->autosaveCurrent();
 }
@@ -319,7 +332,8 @@ bool MainWindow::confirmsClosing()
                                     u"This tab has unsaved changes.",
                                     {u"Close", u"Cancel"},
                                     1};
-        if (dialogs_->ask(alert) != 0)
+        const DocumentQuestion question(document);
+        if (dialogs_.ask(alert) != 0)
             return false;
     }
     return true;

@@ -2,9 +2,9 @@
 
 #include "app/EditorColumns.h"
 #include "app/MenuTable.h"
-#include "app/ModalDialogs.h"
 #include "app/OpenFileWatch.h"
 #include "app/ProgramOptions.h"
+#include "app/WatchedDialogs.h"
 #include "config/Preferences.h"
 #include "editor/EditorPane.h"
 
@@ -80,12 +80,13 @@ private:
     void arrange();
     void chooseFiles();
     void updateWatchedFiles();
+    void checkDisk();
     bool confirmsClosing();
     bool runMenuShortcut(const KeyEvent& event);
     void connectColumns();
     void didMeetCommand(const EditorCommand& command);
 
-    std::unique_ptr<ModalDialogs> dialogs_;
+    WatchedDialogs dialogs_;
     QMenuBar* menuBar_;
     EditorColumns* columns_;
     StatusLine* statusLine_;
@@ -93,6 +94,7 @@ private:
     std::vector<std::pair<QAction*, std::string_view>> menuActions_;  // With their chords.
     bool isClosing_ = false;
     std::unique_ptr<OpenFileWatch> fileWatch_;  // Null until it is wanted.
+    bool hasPutOffDiskCheck_ = false;           // Until no dialog is open.
 };
 
 }  // namespace tavrel

@@ -33,6 +33,11 @@ void OpenFileWatch::folderDidChange(const std::filesystem::path&)
 {
     // A folder that was made anew at its path is taken up again.
     folderWatch_->setFolders(folders_);
+    lookLater();
+}
+
+void OpenFileWatch::lookLater()
+{
     if (pending_.isPending())
         return;
     pending_ = mainQueue_.postAfter(settleSeconds, [this] {

@@ -30,6 +30,9 @@ public:
     /// The files to follow from now on, in place of those before.
     void setFiles(const std::vector<std::filesystem::path>& files);
 
+    /// Calls `didSettle` as if there were news.
+    void lookLater();
+
     /// Any of the files may be another one now. May be empty.
     std::function<void()> didSettle;
     /// The system watches some of the folders not at all. Told once. May be empty.

@@ -247,6 +247,40 @@ TEST_F(EditorColumnsTest, AFileThatChangedOutsideIsReloadedOrAskedAbout)
     EXPECT_EQ(text(1), u"a third time");
 }
 
+TEST_F(EditorColumnsTest, AColumnMayComeWhileTheUserIsAsked)
+{
+    const std::filesystem::path first = file("a.txt", "a");
+    const std::filesystem::path second = file("b.txt", "b");
+    pane(0).openLocation(first);
+    pane(1).openLocation(second);
+    pane(0).insertText(u"x");
+    pane(1).insertText(u"x");
+    file("a.txt", "changed");
+    file("b.txt", "changed");
+    Preferences narrow = defaultPreferences();
+    narrow.columnWidth = 10;
+    dialogs_->whileAsking = [&] { window.applyPreferences(narrow); };
+    dialogs_->answer = 1;
+    columns().checkDisk();
+    EXPECT_EQ(columns().columnCount(), 4u);
+    EXPECT_EQ(dialogs_->alerts.size(), 2u);
+    EXPECT_EQ(text(0), u"changed");
+    EXPECT_EQ(text(1), u"changed");
+}
+
+TEST_F(EditorColumnsTest, AColumnMayComeWhileAllTabsAreClosed)
+{
+    pane(0).insertText(u"x");
+    pane(1).insertText(u"y");
+    Preferences narrow = defaultPreferences();
+    narrow.columnWidth = 10;
+    dialogs_->whileAsking = [&] { window.applyPreferences(narrow); };
+    columns().closeAllTabs();
+    EXPECT_EQ(columns().columnCount(), 4u);
+    EXPECT_EQ(dialogs_->alerts.size(), 2u);
+    EXPECT_EQ(text(0) + text(1), u"");
+}
+
 TEST_F(EditorColumnsTest, AClickInSearchResultsShowsWhatItNamesInTheOtherColumn)
 {
     const std::filesystem::path found = file("found.txt", "one\ntwo\nthree\n");

@@ -217,6 +217,25 @@ TEST_F(MainWindowTest, ClosingAsksWhereSavingFails)
     EXPECT_TRUE(window.close());
 }
 
+TEST_F(MainWindowTest, NothingSavesWhatTheUserIsAskedAboutWhenTheWindowCloses)
+{
+    Preferences preferences = defaultPreferences();
+    preferences.autoSaveOnFocusLoss = false;
+    window.applyPreferences(preferences);
+    const std::filesystem::path path = file("a.txt", "old");
+    window.pane().openLocation(path);
+    type("x");
+    dialogs_->answer = 1;
+    dialogs_->whileAsking = [this] {
+        window.pane().autosave();
+        window.pane().save();
+    };
+    EXPECT_FALSE(window.close());
+    EXPECT_EQ(contentsOf(path), "old");
+    window.pane().save();
+    EXPECT_EQ(contentsOf(path), "xold");
+}
+
 TEST_F(MainWindowTest, ALoneAltAndF10LeaveTheMenuBarAlone)
 {
     for (const Qt::Key key : {Qt::Key_Alt, Qt::Key_F10}) {

@@ -64,6 +64,36 @@ TEST_F(OpenFileWatchTest, NewsAreLookedAtOnceTheyHaveSettled)
     EXPECT_EQ(text(), u"changed again");
 }
 
+TEST_F(OpenFileWatchTest, NewsWaitUntilNoDialogIsOpen)
+{
+    Preferences preferences = defaultPreferences();
+    preferences.autoSaveOnFocusLoss = false;
+    window.applyPreferences(preferences);
+    window.resize(1500, 820);
+    QCoreApplication::processEvents();
+    EditorPane& other = window.columns().pane(1);
+    window.pane().openLocation(file("a.txt", "old"));
+    type("x");
+    other.openLocation(file("b.txt", "old"));
+    other.insertText(u"x");
+    int depth = 0;
+    dialogs_->answer = 1;
+    dialogs_->whileAsking = [&] {
+        EXPECT_EQ(depth++, 0) << "a question over another one";
+        file("b.txt", "changed");
+        watch->delegate.folderDidChange(folder.path().toStdString());
+        mainQueue.advance(1);
+        --depth;
+    };
+    window.close();
+    EXPECT_EQ(dialogs_->alerts.size(), 1u);
+    EXPECT_EQ(other.text().text(), u"xold");
+    dialogs_->whileAsking = nullptr;
+    mainQueue.advance(1);
+    EXPECT_EQ(dialogs_->alerts.size(), 2u);
+    EXPECT_EQ(other.text().text(), u"changed");
+}
+
 TEST_F(OpenFileWatchTest, SaysWhenTheSystemHasNoWatchesLeft)
 {
     watch->delegate.folderWatchDidRunOut();
