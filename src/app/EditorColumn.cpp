@@ -92,6 +92,9 @@ void EditorColumn::setTerminalVisible(bool isVisible)
         return;
     if (!isVisible && terminalHasFocus())
         editorView_->setFocus();
+    // In its place before it is shown, so that its shell starts at the right size.
+    if (isVisible)
+        arrangeWithTerminal();
     panel_->setVisible(isVisible);
     arrange();
 }
@@ -163,10 +166,14 @@ void EditorColumn::resizeEvent(QResizeEvent*)
 
 void EditorColumn::arrange()
 {
-    if (!isTerminalVisible()) {
+    if (isTerminalVisible())
+        arrangeWithTerminal();
+    else
         editorView_->setGeometry(0, 0, width(), height());
-        return;
-    }
+}
+
+void EditorColumn::arrangeWithTerminal()
+{
     const int position = split_.position(height());
     const int terminalTop = std::min(position + ColumnSplit::dividerThickness, height());
     editorView_->setGeometry(0, 0, width(), position);

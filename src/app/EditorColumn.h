@@ -96,6 +96,7 @@ private:
                                                     const std::u16string& text) override;
 
     bool makeTerminal();
+    void arrangeWithTerminal();
     void watchForDivider(QWidget& widget);
     bool isOnDivider(int y) const;
     void dragDivider(int y);

@@ -104,7 +104,9 @@ void EditorColumns::updateVisibleColumns()
     const std::size_t count = fittingColumnCount();
     while (columns_.size() < count)
         addColumn();
-    const bool hadFocus = hasKeys(column(activeIndex_));
+    bool hidesKeys = false;  // Be it of an editor or of a terminal.
+    for (std::size_t i = count; i < columns_.size(); ++i)
+        hidesKeys = hidesKeys || hasKeys(column(i));
     const std::size_t before = std::exchange(visibleCount_, count);
     if (settings_.autoSaveOnFocusLoss) {
         for (std::size_t i = count; i < before; ++i)
@@ -114,11 +116,10 @@ void EditorColumns::updateVisibleColumns()
         column(i).setVisible(i < count);
     arrange();
     showTerminals(isTerminalVisible_);
-    if (activeIndex_ >= count) {
+    if (activeIndex_ >= count)
         activate(count - 1);
-        if (hadFocus)
-            currentView().setFocus();
-    }
+    if (hidesKeys)
+        currentView().setFocus();
 }
 
 void EditorColumns::arrange()

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cstring>
+#include <utility>
 
 namespace tavrel {
 
@@ -18,8 +19,12 @@ StoredRow TerminalHistory::row(std::size_t index) const
 std::size_t TerminalHistory::memoryBytes() const
 {
     std::size_t bytes = 0;
-    for (const auto& page : pages_)
-        bytes += sizeof(Page) + page->capacity;
+    const Page* previous =
+        nullptr;  // The places of a page that is held several times are adjacent.
+    for (const auto& page : pages_) {
+        if (std::exchange(previous, page.get()) != page.get())
+            bytes += sizeof(Page) + page->capacity;
+    }
     return bytes + (spare_ ? sizeof(Page) + spare_->capacity : 0);
 }
 
@@ -56,12 +61,21 @@ void TerminalHistory::appendBlankRows(std::size_t count, TerminalStyle style, in
         rowCount_ += added;
         count -= added;
         finishPage(page);
+        if (added == pageRows) {
+            const std::size_t more = count / pageRows;
+            const std::shared_ptr<Page> blanks = pages_.back();
+            pages_.insert(pages_.end(), more, blanks);
+            rowCount_ += more * pageRows;
+            count -= more * pageRows;
+        }
     }
 }
 
 void TerminalHistory::takeNewest(TerminalScreenRow& row, int columns)
 {
     this->row(rowCount_ - 1).restore(row, columns);
+    if (pages_.back().use_count() > 1)
+        pages_.back() = copyOf(*pages_.back());
     Page& page = *pages_.back();
     --rowCount_;
     --page.rowCount;
@@ -85,7 +99,8 @@ void TerminalHistory::dropOldest(std::size_t count)
     rowCount_ -= count;
     firstRow_ += count;
     while (!pages_.empty() && (firstRow_ >= pageRows || rowCount_ == 0)) {
-        spare_ = std::move(pages_.front());
+        if (pages_.front().use_count() == 1)
+            spare_ = std::move(pages_.front());
         pages_.pop_front();
         firstRow_ -= std::min(firstRow_, pageRows);
     }
@@ -96,9 +111,13 @@ void TerminalHistory::dropOldest(std::size_t count)
 void TerminalHistory::cut(int columns)
 {
     const auto most = static_cast<std::uint16_t>(columns);
-    for (const auto& page : pages_)
+    const Page* previous = nullptr;
+    for (const auto& page : pages_) {
+        if (std::exchange(previous, page.get()) == page.get())
+            continue;
         for (std::size_t i = 0; i < page->rowCount; ++i)
             page->headers[i].length = std::min(page->headers[i].length, most);
+    }
 }
 
 void TerminalHistory::Page::reserve(std::size_t newCapacity)
@@ -121,14 +140,25 @@ TerminalHistory::Page& TerminalHistory::pageFor(std::size_t size)
     return page;
 }
 
-std::unique_ptr<TerminalHistory::Page> TerminalHistory::emptyPage()
+std::shared_ptr<TerminalHistory::Page> TerminalHistory::emptyPage()
 {
-    std::unique_ptr<Page> page = std::move(spare_);
+    std::shared_ptr<Page> page = std::move(spare_);
     if (!page)
-        page = std::make_unique<Page>();
+        page = std::make_shared<Page>();
     page->rowCount = 0;
     page->size = 0;
     return page;
+}
+
+std::shared_ptr<TerminalHistory::Page> TerminalHistory::copyOf(const Page& page)
+{
+    auto copy = std::make_shared<Page>();
+    copy->headers = page.headers;
+    copy->rowCount = page.rowCount;
+    copy->reserve(page.size);
+    copy->size = page.size;
+    std::copy_n(page.bytes.get(), page.size, copy->bytes.get());
+    return copy;
 }
 
 void TerminalHistory::finishPage(Page& page)

@@ -160,6 +160,29 @@ TEST_F(EditorColumnTest, TheTerminalStandsUnderTheEditorAndTakesTheKeys)
     EXPECT_TRUE(showsSoon("ready"));
 }
 
+TEST_F(EditorColumnTest, TheFirstShellStartsAtTheSizeOfItsPlace)
+{
+    /// Remembers how large the panel is when it comes into sight, where its shell starts.
+    class ShownSize final : public QObject {
+    public:
+        explicit ShownSize(EditorColumn& column) : column_(column) {}
+        bool eventFilter(QObject* object, QEvent* event) override
+        {
+            if (event->type() == QEvent::Show && object == column_.terminalPanel() && !size)
+                size = column_.terminalPanel()->size();
+            return false;
+        }
+        std::optional<QSize> size;
+
+    private:
+        EditorColumn& column_;
+    } shown(column);
+    qApp->installEventFilter(&shown);
+    showTerminal();
+    qApp->removeEventFilter(&shown);
+    EXPECT_EQ(shown.size, QSize(700, 185));
+}
+
 TEST_F(EditorColumnTest, AHiddenTerminalGivesTheKeysBackAndKeepsItsShell)
 {
     showTerminal();

@@ -1,4 +1,9 @@
+#include "../config/ConfigTestSupport.h"
 #include "MainWindowFixture.h"
+#include "platform/Environment.h"
+#include "terminal/TerminalViewController.h"
+#include "terminal/views/TerminalGridView.h"
+#include "terminal/views/TerminalPanel.h"
 
 #include <QDropEvent>
 #include <QMimeData>
@@ -95,6 +100,48 @@ TEST_F(EditorColumnsTest, WithoutTerminalsToMakeTogglingChangesNothingInSight)
     EXPECT_TRUE(columns().currentView().textView().hasFocus());
     columns().toggleTerminal();
     EXPECT_FALSE(columns().isTerminalVisible());
+}
+
+/// A base, so that it outlives the window of another base, whose terminals read it.
+struct TerminalHome {
+    test::ConfigTestHome home;
+};
+
+class EditorColumnsTerminalTest : protected TerminalHome, public EditorColumnsTest {
+protected:
+    EditorColumnsTerminalTest()
+    {
+        home.store.load();
+        columns().setTerminalServices({.makeTerminal = [this] {
+            return std::make_unique<TerminalViewController>(TerminalServices{
+                mainQueue, home.store, Environment(), home.home.path(), "/bin/sh"});
+        }});
+        columns().toggleTerminal();
+    }
+    TerminalGridView& grid(std::size_t index)
+    {
+        return columns().column(index).terminalPanel()->gridView();
+    }
+};
+
+TEST_F(EditorColumnsTerminalTest, AColumnThatNoLongerFitsGivesTheKeysOfItsTerminalBack)
+{
+    ASSERT_EQ(columns().visibleColumnCount(), 2u);
+    EXPECT_TRUE(grid(0).hasFocus());
+    // The terminal has the keys, and the other column is the active one.
+    columns().column(1).focusTerminal();
+    EXPECT_TRUE(grid(1).hasFocus());
+    ASSERT_EQ(columns().activeColumnIndex(), 0u);
+    setWidth(700);
+    ASSERT_EQ(columns().visibleColumnCount(), 1u);
+    EXPECT_TRUE(columns().view(0).textView().hasFocus());
+}
+
+TEST_F(EditorColumnsTerminalTest, ATerminalThatStaysInSightKeepsTheKeys)
+{
+    setWidth(700);
+    ASSERT_EQ(columns().visibleColumnCount(), 1u);
+    EXPECT_TRUE(grid(0).hasFocus());
 }
 
 TEST_F(EditorColumnsTest, ANewViewSharesTheDocument)

@@ -102,6 +102,36 @@ TEST(TerminalHistory, ScrollsFurtherThanAnyoneCountsAtTheCostOfTheHistory)
     EXPECT_EQ(emulator.scrollbackLength(), 1'000u);
 }
 
+TEST(TerminalHistory, HoldsBlanksWithoutEndInNextToNoRoom)
+{
+    constexpr std::size_t limit = 100'000'000;
+    TerminalEmulator emulator(20, 5);
+    emulator.setScrollbackLimit(limit);
+    emulator.feed("first\r\n\x1B[44m\x1B[9223372036854775807S");
+    EXPECT_EQ(emulator.scrollbackLength(), limit);
+    EXPECT_LT(emulator.scrollbackBytes(), 20'000u);
+    // What a window takes back and changes is changed in no other place.
+    emulator.resize(20, 700);
+    EXPECT_EQ(emulator.scrollbackLength(), limit - 695);
+    emulator.feed("\x1B[m\x1B[2J\x1B[700;1Hlast");
+    emulator.resize(20, 5);
+    EXPECT_EQ(emulator.scrollbackLength(), limit);
+    const TerminalCell blue{.background = TerminalColor::palette(4)};
+    for (const std::size_t index : {std::size_t{0}, limit / 2, limit - 696})
+        EXPECT_EQ(emulator.row(static_cast<std::int64_t>(index)).cell(19), blue) << index;
+    for (const std::size_t index : {limit - 695, limit - 1, limit})
+        EXPECT_EQ(emulator.row(static_cast<std::int64_t>(index)).cell(0), TerminalCell()) << index;
+    // A cut reaches all of them, and widening brings nothing back.
+    emulator.resize(10, 5);
+    emulator.resize(20, 5);
+    EXPECT_EQ(emulator.row(limit / 2).cell(9), blue);
+    EXPECT_EQ(emulator.row(limit / 2).cell(10), TerminalCell());
+    emulator.setScrollbackLimit(300);
+    emulator.applyScrollbackLimit();
+    EXPECT_EQ(emulator.scrollbackLength(), 300u);
+    EXPECT_EQ(emulator.row(299).cell(0), TerminalCell());
+}
+
 TEST(TerminalHistory, PutsBackWhatAGrowingWindowTakes)
 {
     // Rows of blanks share their bytes, and rows of nothing have none: taking rows out and putting
