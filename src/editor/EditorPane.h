@@ -267,6 +267,7 @@ private:
     void startObserving(EditorDocument& observed);
     void stopObserving(EditorDocument& observed);
     bool hasTabOn(const EditorDocument& candidate) const;
+    void willLeaveTab();
     void showTab(std::size_t index);
     void applyTabState();
     /// Tells the view, if a title, a modified mark or the choice of the active one has changed.

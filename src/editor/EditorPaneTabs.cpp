@@ -83,6 +83,7 @@ void EditorPane::selectTab(std::size_t index)
     if (index >= tabs_.size())
         return;
     if (index != activeTabIndex_) {
+        willLeaveTab();
         storeTabState();
         showTab(index);
     }
@@ -95,6 +96,12 @@ void EditorPane::stepTab(int direction)
         return;
     const std::size_t step = direction < 0 ? tabs_.size() - 1 : 1;
     selectTab((activeTabIndex_ + step) % tabs_.size());
+}
+
+void EditorPane::willLeaveTab()
+{
+    if (view_)
+        view_->paneWillLeaveTab();
 }
 
 void EditorPane::showTab(std::size_t index)
@@ -149,6 +156,7 @@ void EditorPane::showDocument(std::shared_ptr<EditorDocument> shown)
 
 void EditorPane::adoptTab(std::shared_ptr<EditorTab> tab)
 {
+    willLeaveTab();
     storeTabState();
     const bool replacesEmptyTab = tabs_.size() == 1 && document().isEmpty();
     addTab(std::move(tab));
@@ -163,6 +171,8 @@ std::shared_ptr<EditorTab> EditorPane::detachTab(std::size_t index)
 {
     if (index >= tabs_.size())
         return nullptr;
+    if (index == activeTabIndex_)
+        willLeaveTab();
     storeTabState();
     std::shared_ptr<EditorTab> tab = tabs_[index];
     removeTab(index);
@@ -173,6 +183,8 @@ TabClosing EditorPane::closeTab(std::size_t index)
 {
     if (index >= tabs_.size())
         return TabClosing::cancelled;
+    if (index == activeTabIndex_)
+        willLeaveTab();
     storeTabState();
     const std::shared_ptr<EditorTab> tab = tabs_[index];
     const std::shared_ptr<EditorDocument>& closed = tab->document;

@@ -18,6 +18,9 @@ class EditorPaneView {
 public:
     virtual ~EditorPaneView() = default;
 
+    /// The active tab is about to give its place to another one. What an input method composes is
+    /// still to be typed, into the text that it was composed for.
+    virtual void paneWillLeaveTab() {}
     /// Another document is shown, or the same one in another state: everything is to be read anew.
     virtual void paneDidShowDocument() = 0;
     /// The selection, the secondary cursors, the occurrences or the marker may have changed.

@@ -142,6 +142,30 @@ TEST_F(EditorPaneTabsTest, TheTabThatWasAskedAboutIsClosedWhereverItStandsThen)
     EXPECT_EQ(titles(), Titles{u"No File"});
 }
 
+TEST_F(EditorPaneTabsTest, WhatIsComposedIsTypedIntoTheTabThatIsLeft)
+{
+    open("a.txt", "a");
+    view.whileLeaving = [this] { pane.insertText(u"\u00e9"); };
+    open("b.txt", "b");
+    EXPECT_EQ(pane.tabs()[0]->document->text().text(), u"\u00e9a");
+    EXPECT_EQ(pane.tabs()[0]->selectedRange, (TextRange{1, 0}));
+    pane.selectTab(1);
+    EXPECT_EQ(text(), u"b");
+    pane.selectTab(0);
+    EXPECT_EQ(pane.tabs()[1]->document->text().text(), u"\u00e9b");
+    EXPECT_EQ(text(), u"\u00e9a");
+    EXPECT_EQ(pane.detachTab(0)->document->text().text(), u"\u00e9\u00e9a");
+}
+
+TEST_F(EditorPaneTabsTest, WhatIsComposedCountsAsUnsaved)
+{
+    open("a.txt", "a");
+    view.whileLeaving = [this] { pane.insertText(u"\u00e9"); };
+    EXPECT_EQ(pane.closeTab(0), TabClosing::cancelled);
+    EXPECT_EQ(delegate.alerts.size(), 1u);
+    EXPECT_EQ(text(), u"\u00e9a");
+}
+
 TEST_F(EditorPaneTabsTest, ATabOutOfRangeIsNotClosed)
 {
     EXPECT_EQ(pane.closeTab(7), TabClosing::cancelled);

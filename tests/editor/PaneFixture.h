@@ -22,6 +22,11 @@ class FakePaneView final : public EditorPaneView {
 public:
     explicit FakePaneView(const EditorPane& pane) : layout_([&pane] { return pane.text(); }, {}) {}
 
+    void paneWillLeaveTab() override
+    {
+        if (whileLeaving)
+            whileLeaving();
+    }
     void paneDidShowDocument() override { ++shownDocuments; }
     void paneDidChangeSelection() override { ++selectionChanges; }
     void paneDidChangeTabs() override { ++tabChanges; }
@@ -41,6 +46,7 @@ public:
     void paneDidEndColorPicking() override { panelColor.reset(); }
     double rowHeight() const override { return 10; }
 
+    std::function<void()> whileLeaving;  // May be empty.
     int markChanges = 0;
     bool hasFocus = false;
     std::optional<Color> panelColor;

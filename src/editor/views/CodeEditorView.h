@@ -58,6 +58,7 @@ public:
     std::function<void()> didChangeTabs;
 
     // EditorPaneView
+    void paneWillLeaveTab() override { textView_->commitPreedit(); }
     void paneDidShowDocument() override;
     void paneDidChangeSelection() override;
     void paneDidChangeTabs() override;

@@ -107,6 +107,8 @@ public:
 
     /// What an input method is composing at the cursor.
     const PreeditText& preedit() const { return preedit_; }
+    /// Has the input method type what it composes.
+    void commitPreedit();
 
     /// Whether keys go to this view as soon as its window has them.
     bool isFirstResponder() const;
@@ -212,6 +214,7 @@ private:
     bool isAnnouncing_ = QAccessible::isActive();  // Somebody reads the screen.
     TextRange announcedSelection_;                 // As programs that read the screen know it.
     PreeditText preedit_;
+    bool isEndingPreedit_ = false;
 
     QPointer<CompletionListView> completionList_;  // A child of the window.
     std::optional<TextRange> completionRange_;     // What a word would replace, while it is shown.

@@ -137,13 +137,21 @@ void TavrelTextView::paintPreeditRow(QPainter& painter, const PreeditPlace& plac
     painter.restore();
 }
 
+void TavrelTextView::commitPreedit()
+{
+    if (!preedit_.isEmpty())
+        QGuiApplication::inputMethod()->commit();
+}
+
 // Nothing is composed any more, because the text that it stood in is no longer shown.
 void TavrelTextView::endPreedit()
 {
     if (preedit_.isEmpty())
         return;
     preedit_.clear();
+    isEndingPreedit_ = true;  // Some input methods type what they give up.
     QGuiApplication::inputMethod()->reset();
+    isEndingPreedit_ = false;
     update();
 }
 

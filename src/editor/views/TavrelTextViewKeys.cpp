@@ -154,6 +154,9 @@ void TavrelTextView::focusOutEvent(QFocusEvent*)
 
 void TavrelTextView::inputMethodEvent(QInputMethodEvent* event)
 {
+    event->accept();
+    if (isEndingPreedit_)
+        return;
     const auto updateCursorRow = [this] {
         if (const auto rect = cursorRectAt(pane_.selectedRange().location))
             update(0, static_cast<int>(rect->top()), width(), static_cast<int>(rect->height()) + 1);
@@ -184,7 +187,6 @@ void TavrelTextView::inputMethodEvent(QInputMethodEvent* event)
     }
     updateCursorRow();
     updateMicroFocus();
-    event->accept();
 }
 
 QVariant TavrelTextView::inputMethodQuery(Qt::InputMethodQuery query) const

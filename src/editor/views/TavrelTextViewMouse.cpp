@@ -5,7 +5,6 @@
 #include <QContextMenuEvent>
 #include <QDesktopServices>
 #include <QGuiApplication>
-#include <QInputMethod>
 #include <QMenu>
 #include <QMouseEvent>
 #include <QStyleHints>
@@ -67,8 +66,7 @@ void TavrelTextView::mousePressEvent(QMouseEvent* event)
 {
     closeCompletions();
     pane_.clearLastActionWasTyping();
-    if (!preedit_.isEmpty())
-        QGuiApplication::inputMethod()->commit();
+    commitPreedit();
     if (event->button() == Qt::RightButton) {
         // A colour takes the place of the menu that would follow.
         hasTakenRightClick_ = pane_.beginColorPicking(offsetAt(event->position()));
