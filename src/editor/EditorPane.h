@@ -88,6 +88,9 @@ public:
     void removeTab(std::size_t index);
     /// Puts these tabs in the place of all there are, without asking; none is one empty tab.
     void replaceTabs(std::vector<std::shared_ptr<EditorTab>> tabs, std::size_t activeIndex);
+    /// Tabs on the one document show the other from now on; a tab too many on it is removed.
+    void showInPlaceOf(const EditorDocument& former,
+                       const std::shared_ptr<EditorDocument>& present);
     /// A tab for the document with the language of its file; not one of the pane yet.
     std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
     /// Asks for the language of every tab again.

@@ -244,6 +244,31 @@ void EditorPane::removeTab(std::size_t index)
         tellTabsChanged();
 }
 
+void EditorPane::showInPlaceOf(const EditorDocument& former,
+                               const std::shared_ptr<EditorDocument>& present)
+{
+    for (std::size_t i = tabs_.size(); i-- > 0;) {
+        EditorTab& tab = *tabs_[i];
+        if (tab.document.get() != &former)
+            continue;
+        if (hasTabOn(*present)) {
+            removeTab(i);
+            continue;
+        }
+        storeTabState();
+        startObserving(*present);
+        const std::shared_ptr<EditorDocument> left = std::exchange(tab.document, present);
+        if (!hasTabOn(*left))
+            stopObserving(*left);
+        setLanguage(tab);
+        tab.selectedWordOccurrences.reset();
+        if (i == activeTabIndex_)
+            applyTabState();
+        else
+            tellTabsChanged();
+    }
+}
+
 void EditorPane::replaceTabs(std::vector<std::shared_ptr<EditorTab>> tabs, std::size_t activeIndex)
 {
     const std::vector<std::shared_ptr<EditorTab>> former = std::exchange(tabs_, {});
