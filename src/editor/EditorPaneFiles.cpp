@@ -12,22 +12,17 @@ namespace tavrel {
 
 namespace {
 
-std::u16string fileName(const std::filesystem::path& path)
-{
-    return utf16FromUtf8(path.filename().native());
-}
-
 std::u16string failureText(std::u16string_view what, const std::filesystem::path& path,
                            const FileError& error)
 {
-    return std::u16string(what) + fileName(path) + u": " + utf16FromUtf8(error.message);
+    return std::u16string(what) + shownFileName(path) + u": " + utf16FromUtf8(error.message);
 }
 
 constexpr std::size_t reloadFromDisk = 1;  // The button.
 
 EditorPaneAlert diskAlert(const EditorDocument& document)
 {
-    return {.message = fileName(*document.url) + u" changed on disk",
+    return {.message = shownFileName(*document.url) + u" changed on disk",
             .information = u"The file was modified outside Tavrel Code while this tab has unsaved "
                            u"changes.",
             .buttons = {u"Keep Editor Version", u"Reload From Disk"},
