@@ -186,6 +186,31 @@ TEST_F(EditorPaneTabsTest, ClosingAllAsksOnceForEachModifiedDocument)
     EXPECT_EQ(delegate.alerts[1].message, u"Close c");
 }
 
+TEST_F(EditorPaneTabsTest, ClosingAllTellsTheTabBarOnce)
+{
+    for (const char* name : {"a", "b", "c", "d"})
+        open(name, name);
+    view.tabChanges = 0;
+    EXPECT_EQ(pane.closeAllTabs(), TabClosing::closed);
+    EXPECT_EQ(view.tabChanges, 1);
+    EXPECT_EQ(titles(), (Titles{u"No File"}));
+}
+
+TEST_F(EditorPaneTabsTest, TheTabBarIsUpToDateWhileClosingAllAsks)
+{
+    open("a", "a");
+    open("b", "b");
+    openAndType("c", "c");
+    open("d", "d");
+    view.tabChanges = 0;
+    delegate.whileAsked = [this] { EXPECT_EQ(view.tabChanges, 1); };
+    EXPECT_EQ(pane.closeAllTabs(), TabClosing::cancelled);
+    EXPECT_EQ(titles(), (Titles{u"\u2022 c", u"d"}));
+    EXPECT_EQ(view.tabChanges, 1);
+    pane.selectTab(0);
+    EXPECT_EQ(view.tabChanges, 2);
+}
+
 TEST_F(EditorPaneTabsTest, CancelStopsTheRest)
 {
     open("a", "1");
