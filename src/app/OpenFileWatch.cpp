@@ -13,8 +13,16 @@ OpenFileWatch::OpenFileWatch(MainQueue& mainQueue, const MakeFolderWatch& makeFo
 
 void OpenFileWatch::setFiles(const std::vector<std::filesystem::path>& files)
 {
+    if (files == files_)
+        return;
+    files_ = files;
+    watchFolders();
+}
+
+void OpenFileWatch::watchFolders()
+{
     std::vector<std::filesystem::path> folders;
-    for (const std::filesystem::path& file : files) {
+    for (const std::filesystem::path& file : files_) {
         folders.push_back(file.parent_path());
         std::error_code error;
         const std::filesystem::path target = std::filesystem::canonical(file, error);
@@ -41,6 +49,7 @@ void OpenFileWatch::lookLater()
     if (pending_.isPending())
         return;
     pending_ = mainQueue_.postAfter(settleSeconds, [this] {
+        watchFolders();  // A link may lead elsewhere now.
         if (didSettle)
             didSettle();
     });

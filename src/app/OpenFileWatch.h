@@ -27,7 +27,8 @@ public:
     /// News of a file that come in several pieces are told as one.
     static constexpr double settleSeconds = 0.1;
 
-    /// The files to follow from now on, in place of those before.
+    /// The files to follow from now on, in place of those before. Nothing happens where they are
+    /// the same.
     void setFiles(const std::vector<std::filesystem::path>& files);
 
     /// Calls `didSettle` as if there were news.
@@ -42,8 +43,11 @@ private:
     void folderDidChange(const std::filesystem::path& folder) override;
     void folderWatchDidRunOut() override;
 
+    void watchFolders();
+
     MainQueue& mainQueue_;
     std::unique_ptr<FolderWatch> folderWatch_;
+    std::vector<std::filesystem::path> files_;
     std::vector<std::filesystem::path> folders_;
     ScheduledWork pending_;
 };

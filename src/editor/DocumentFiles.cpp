@@ -22,10 +22,12 @@ std::shared_ptr<EditorDocument> DocumentFiles::documentOf(const std::filesystem:
 tl::expected<std::shared_ptr<EditorDocument>, FileError>
 DocumentFiles::open(const std::filesystem::path& path) const
 {
-    LoadResult loaded = readDocument(fileSystem_, path);
+    // What is read is what will be written: behind a link ".." may lead elsewhere.
+    const std::filesystem::path url = standardised(path);
+    LoadResult loaded = readDocument(fileSystem_, url);
     if (!loaded)
         return tl::unexpected(loaded.error());
-    return documentOf(path, std::move(*loaded));
+    return documentOf(url, std::move(*loaded));
 }
 
 std::optional<FileIdentity> DocumentFiles::identity(const std::filesystem::path& path) const
@@ -42,8 +44,9 @@ std::optional<FileStatus> DocumentFiles::changeOnDisk(const EditorDocument& docu
     if (!present)
         return std::nullopt;
     const std::optional<FileStatus>& known = document.diskStatus;
-    const bool isTheKnownOne =
-        known && present->date == known->date && present->identity == known->identity;
+    // Two changes in quick succession may bear one date.
+    const bool isTheKnownOne = known && present->date == known->date &&
+                               present->identity == known->identity && present->size == known->size;
     return isTheKnownOne ? std::nullopt : std::optional(*present);
 }
 

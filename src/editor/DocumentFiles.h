@@ -34,7 +34,8 @@ public:
     std::optional<FileIdentity> identity(const std::filesystem::path& path) const;
 
     /// The status of the document's file where it is not the one that was last read or written: any
-    /// other date, also an earlier one, or another file of that name, or one where there was none.
+    /// other date, also an earlier one, or another size, or another file of that name, or one where
+    /// there was none.
     /// Absent for a document without a file, and for a file that has gone.
     std::optional<FileStatus> changeOnDisk(const EditorDocument& document) const;
 

@@ -12,8 +12,24 @@ void EditorGitMarks::schedule(double delaySeconds)
 {
     if (!pane_.services().gitLineDiffer || pane_.isFieldEditor())
         return;
+    const std::shared_ptr<EditorDocument>& shown = pane_.activeTab().document;
+    const std::shared_ptr<EditorDocument> former = pendingDocument_.lock();
+    if (pendingGitDiffRefresh_.isPending() && former && former != shown)
+        leaveToOtherViews(former);
+    pendingDocument_ = shown;
     pendingGitDiffRefresh_.schedule(pane_.services().mainQueue, delaySeconds,
                                     [this] { refresh(); });
+}
+
+// The pane where a text is edited asks for the marks, and no longer does once it shows another one.
+void EditorGitMarks::leaveToOtherViews(const std::shared_ptr<EditorDocument>& document)
+{
+    for (EditorPane* other : pane_.editors()) {
+        if (other == &pane_ || other->activeTab().document != document)
+            continue;
+        other->gitMarks().schedule(delayAfterEdit);
+        return;
+    }
 }
 
 void EditorGitMarks::refresh()
@@ -44,6 +60,8 @@ void EditorGitMarks::receive(const std::shared_ptr<EditorDocument>& document,
     const bool isStillActive = document && document == pane_.activeTab().document && document->url;
     if (isStillActive)
         apply(*document, std::move(diff));
+    else if (document)
+        leaveToOtherViews(document);
     if (std::exchange(wantsAnother_, false))
         refresh();
 }

@@ -28,11 +28,13 @@ public:
 
 private:
     void refresh();
+    void leaveToOtherViews(const std::shared_ptr<EditorDocument>& document);
     void receive(const std::shared_ptr<EditorDocument>& document, std::optional<GitLineDiff> diff);
     static void apply(EditorDocument& document, std::optional<GitLineDiff> diff);
 
     EditorPane& pane_;
     ScheduledSlot pendingGitDiffRefresh_;
+    std::weak_ptr<EditorDocument> pendingDocument_;  // Which was shown when it was scheduled.
     bool isUnderWay_ = false;
     bool wantsAnother_ = false;  // Only while one is under way.
 };

@@ -74,8 +74,13 @@ std::optional<std::size_t> EditorPane::ask(std::shared_ptr<EditorDocument> asked
         return alert.escapeButton;
     const WeakEditorPane self = weakReference();
     const DocumentQuestion question(std::move(asked));
+    const bool heldTabChanges = std::exchange(holdsTabChanges_, false);
+    tellTabsChanged();  // The user sees what there is now.
     const std::size_t answer = delegate_->editorPaneWantsAnswer(*this, alert);
-    return self.get() ? std::optional(answer) : std::nullopt;
+    if (!self.get())
+        return std::nullopt;
+    holdsTabChanges_ = heldTabChanges;
+    return answer;
 }
 
 std::optional<std::filesystem::path>
@@ -171,7 +176,7 @@ void EditorPane::refreshStatus(std::u16string_view word)
 
 void EditorPane::documentWasSaved(EditorDocument& saved, std::u16string_view doneWord)
 {
-    tellTabsChanged();
+    tellTitleChanged(saved);
     if (&saved != &document())
         return;
     refreshStatus(doneWord);

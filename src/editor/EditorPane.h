@@ -88,6 +88,9 @@ public:
     void removeTab(std::size_t index);
     /// Puts these tabs in the place of all there are, without asking; none is one empty tab.
     void replaceTabs(std::vector<std::shared_ptr<EditorTab>> tabs, std::size_t activeIndex);
+    /// Tabs on the one document show the other from now on; a tab too many on it is removed.
+    void showInPlaceOf(const EditorDocument& former,
+                       const std::shared_ptr<EditorDocument>& present);
     /// A tab for the document with the language of its file; not one of the pane yet.
     std::shared_ptr<EditorTab> makeTab(std::shared_ptr<EditorDocument> document) const;
     /// Asks for the language of every tab again.
@@ -272,6 +275,10 @@ private:
     void applyTabState();
     /// Tells the view, if a title, a modified mark or the choice of the active one has changed.
     void tellTabsChanged();
+    /// The same where only the title of this document may be another one. Costs O(tabs) at most,
+    /// without making their titles.
+    void tellTitleChanged(const EditorDocument& document);
+    TabClosing closeTabWithoutFocus(std::size_t index);
 
     void setCursors(CursorLocations cursors);
     CursorLocations normalisedCursors(TextRange primary) const;
@@ -304,7 +311,8 @@ private:
     EditorGitMarks gitMarks_;
     std::vector<std::shared_ptr<EditorTab>> tabs_;  // Never empty.
     std::size_t activeTabIndex_ = 0;
-    std::optional<ShownTabs> shownTabs_;                  // What the view was told of last.
+    std::optional<ShownTabs> shownTabs_;  // What the view was told of last.
+    bool holdsTabChanges_ = false;        // The view is told of the tabs once all are closed.
     std::vector<TextRange> selectedRanges_{TextRange{}};  // The main one first; never empty.
     std::optional<double>
         goalX_;  // Where vertical motion wants to be, until another motion or edit.

@@ -111,7 +111,7 @@ void EditorPane::refreshAfterEdit()
     refreshStatus(u"modified");
     changed.postDidChange(this, false);
     if (!wasModified)
-        tellTabsChanged();
+        tellTitleChanged(changed);
 }
 
 bool EditorPane::insertAtCursors(const TextSnapshot& inserted, std::optional<TextRange> range)
@@ -208,7 +208,7 @@ void EditorPane::applyGroup(const EditorUndoGroup& group, ReplayDirection direct
     guard_ = Guard::none;
     didChangeSelection();
     scrollToVisible(selection);
-    tellTabsChanged();
+    tellTitleChanged(changed);
     refreshStatus(changed.isModified ? u"modified" : u"");
     changed.postDidChange(this, false);
 }
@@ -218,7 +218,7 @@ void EditorPane::editorDocumentDidChange(EditorDocument& changed, const EditorPa
 {
     if (source == this)
         return;
-    tellTabsChanged();
+    tellTitleChanged(changed);
     if (&changed != &document())
         return;
     setSelectedRanges(selectedRanges_);

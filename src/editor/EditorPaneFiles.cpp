@@ -12,22 +12,17 @@ namespace tavrel {
 
 namespace {
 
-std::u16string fileName(const std::filesystem::path& path)
-{
-    return utf16FromUtf8(path.filename().native());
-}
-
 std::u16string failureText(std::u16string_view what, const std::filesystem::path& path,
                            const FileError& error)
 {
-    return std::u16string(what) + fileName(path) + u": " + utf16FromUtf8(error.message);
+    return std::u16string(what) + shownFileName(path) + u": " + utf16FromUtf8(error.message);
 }
 
 constexpr std::size_t reloadFromDisk = 1;  // The button.
 
 EditorPaneAlert diskAlert(const EditorDocument& document)
 {
-    return {.message = fileName(*document.url) + u" changed on disk",
+    return {.message = shownFileName(*document.url) + u" changed on disk",
             .information = u"The file was modified outside Tavrel Code while this tab has unsaved "
                            u"changes.",
             .buttons = {u"Keep Editor Version", u"Reload From Disk"},
@@ -157,7 +152,7 @@ void EditorPaneFiles::write(const Document& document, const std::filesystem::pat
     const std::filesystem::path formerUrl = document->url.value_or(std::filesystem::path());
     const auto written = files_.write(*document, path);
     if (written)
-        finishSaving(*document, formerUrl, doneWord);
+        finishSaving(document, formerUrl, doneWord);
     else
         pane_.setStatus(failureText(failure, path, written.error()));
 }
@@ -165,19 +160,38 @@ void EditorPaneFiles::write(const Document& document, const std::filesystem::pat
 void EditorPaneFiles::didSave(const std::filesystem::path& path, const FileStatus& status,
                               std::u16string_view doneWord)
 {
-    EditorDocument& document = pane_.document();
-    const std::filesystem::path formerUrl = document.url.value_or(std::filesystem::path());
-    DocumentFiles::didWrite(document, path, status);
+    const Document document = pane_.activeTab().document;
+    const std::filesystem::path formerUrl = document->url.value_or(std::filesystem::path());
+    DocumentFiles::didWrite(*document, path, status);
     finishSaving(document, formerUrl, doneWord);
 }
 
-void EditorPaneFiles::finishSaving(EditorDocument& document, const std::filesystem::path& formerUrl,
+void EditorPaneFiles::finishSaving(const Document& document, const std::filesystem::path& formerUrl,
                                    std::u16string_view doneWord)
 {
-    if (document.url != formerUrl)
-        document.postDidMove();
-    pane_.documentWasSaved(document, doneWord);
-    document.postDidChange(&pane_, false);
+    if (document->url != formerUrl) {
+        document->postDidMove();
+        takePlaceOfFormer(document);
+    }
+    pane_.documentWasSaved(*document, doneWord);
+    document->postDidChange(&pane_, false);
+}
+
+/// Tabs that show the file as it was before this document was written to it show the document from
+/// now on. One that is modified stays what it is: its file has changed, which is asked about.
+void EditorPaneFiles::takePlaceOfFormer(const Document& written)
+{
+    const std::optional<FileIdentity> identity = files_.identity(*written->url);
+    const auto isFormer = [&](const EditorDocument& other) {
+        return &other != written.get() && other.url && !other.isModified && !other.isAskedAbout() &&
+               (other.url == written->url || (identity && files_.identity(*other.url) == identity));
+    };
+    for (EditorPane* pane : pane_.editors()) {
+        for (const Document& other : pane->files().documents()) {
+            if (isFormer(*other))
+                pane->showInPlaceOf(*other, written);
+        }
+    }
 }
 
 // --- Changes on the disk

@@ -82,8 +82,9 @@ private:
     void saveTo(const Document& document, const std::filesystem::path& path);
     void write(const Document& document, const std::filesystem::path& path,
                std::u16string_view doneWord, std::u16string_view failure);
-    void finishSaving(EditorDocument& document, const std::filesystem::path& formerUrl,
+    void finishSaving(const Document& document, const std::filesystem::path& formerUrl,
                       std::u16string_view doneWord);
+    void takePlaceOfFormer(const Document& written);
 
     EditorPane& pane_;
     DocumentFiles files_;

@@ -63,9 +63,23 @@ void EditorPane::stopObserving(EditorDocument& observed)
     observed.textStorage().removeObserver(this);
 }
 
+void EditorPane::tellTitleChanged(const EditorDocument& changed)
+{
+    for (std::size_t i = 0; i < tabs_.size(); ++i) {
+        if (tabs_[i]->document.get() != &changed)
+            continue;
+        const bool isKnown = shownTabs_ && i < shownTabs_->titles.size() &&
+                             shownTabs_->titles[i] == tabTitle(changed);
+        if (!isKnown) {
+            tellTabsChanged();
+            return;
+        }
+    }
+}
+
 void EditorPane::tellTabsChanged()
 {
-    if (!view_ || isFieldEditor())
+    if (!view_ || isFieldEditor() || holdsTabChanges_)
         return;
     ShownTabs shown{{}, activeTabIndex_};
     for (const std::shared_ptr<EditorTab>& tab : tabs_)
@@ -181,6 +195,14 @@ std::shared_ptr<EditorTab> EditorPane::detachTab(std::size_t index)
 
 TabClosing EditorPane::closeTab(std::size_t index)
 {
+    const TabClosing closing = closeTabWithoutFocus(index);
+    if (closing == TabClosing::closed)
+        takeFocus();
+    return closing;
+}
+
+TabClosing EditorPane::closeTabWithoutFocus(std::size_t index)
+{
     if (index >= tabs_.size())
         return TabClosing::cancelled;
     if (index == activeTabIndex_)
@@ -203,7 +225,6 @@ TabClosing EditorPane::closeTab(std::size_t index)
     const auto place = std::find(tabs_.begin(), tabs_.end(), tab);
     if (place != tabs_.end())
         removeTab(static_cast<std::size_t>(place - tabs_.begin()));
-    takeFocus();
     return TabClosing::closed;
 }
 
@@ -211,15 +232,24 @@ TabClosing EditorPane::closeAllTabs()
 {
     const WeakEditorPane self = weakReference();
     const std::vector<std::shared_ptr<EditorTab>> closing = tabs_;
+    TabClosing result = TabClosing::closed;
+    // A tab bar that is drawn anew for each of many tabs takes time by their square.
+    holdsTabChanges_ = true;
     for (const std::shared_ptr<EditorTab>& tab : closing) {
         const auto place = std::find(tabs_.begin(), tabs_.end(), tab);
         if (place == tabs_.end())
             continue;
-        if (closeTab(static_cast<std::size_t>(place - tabs_.begin())) == TabClosing::cancelled ||
-            !self.get())
+        result = closeTabWithoutFocus(static_cast<std::size_t>(place - tabs_.begin()));
+        if (!self.get())
             return TabClosing::cancelled;
+        if (result == TabClosing::cancelled)
+            break;
     }
-    return TabClosing::closed;
+    holdsTabChanges_ = false;
+    tellTabsChanged();
+    if (result == TabClosing::closed)
+        takeFocus();
+    return result;
 }
 
 void EditorPane::removeTab(std::size_t index)
@@ -242,6 +272,31 @@ void EditorPane::removeTab(std::size_t index)
         applyTabState();
     else
         tellTabsChanged();
+}
+
+void EditorPane::showInPlaceOf(const EditorDocument& former,
+                               const std::shared_ptr<EditorDocument>& present)
+{
+    for (std::size_t i = tabs_.size(); i-- > 0;) {
+        EditorTab& tab = *tabs_[i];
+        if (tab.document.get() != &former)
+            continue;
+        if (hasTabOn(*present)) {
+            removeTab(i);
+            continue;
+        }
+        storeTabState();
+        startObserving(*present);
+        const std::shared_ptr<EditorDocument> left = std::exchange(tab.document, present);
+        if (!hasTabOn(*left))
+            stopObserving(*left);
+        setLanguage(tab);
+        tab.selectedWordOccurrences.reset();
+        if (i == activeTabIndex_)
+            applyTabState();
+        else
+            tellTabsChanged();
+    }
 }
 
 void EditorPane::replaceTabs(std::vector<std::shared_ptr<EditorTab>> tabs, std::size_t activeIndex)

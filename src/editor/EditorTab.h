@@ -6,6 +6,7 @@
 #include "editor/WordOccurrences.h"
 
 #include <cstddef>
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -33,6 +34,9 @@ struct EditorTab {
     std::optional<SelectedWordOccurrences> selectedWordOccurrences;
     bool isSearchResults = false;
 };
+
+/// The last component of a path as one line: whatever would break or garble it shows as a blank.
+std::u16string shownFileName(const std::filesystem::path& path);
 
 /// "No File" for an empty tab, else the name of its file or "Untitled", with "• " before the name
 /// of a modified document.

@@ -50,6 +50,23 @@ TEST_F(OpenFileWatchTest, FollowsALinkToWhereItLeads)
     EXPECT_EQ(watch->folders, (std::vector{base, real}));
 }
 
+TEST_F(OpenFileWatchTest, FollowsALinkThatIsLedElsewhere)
+{
+    const std::filesystem::path base = folder.path().toStdString();
+    for (const char* name : {"far", "near"}) {
+        std::filesystem::create_directory(base / name);
+        std::ofstream(base / name / "real.txt") << name;
+    }
+    std::filesystem::create_symlink(base / "far" / "real.txt", base / "link.txt");
+    window.pane().openLocation(base / "link.txt");
+    std::filesystem::remove(base / "link.txt");
+    std::filesystem::create_symlink(base / "near" / "real.txt", base / "link.txt");
+    watch->delegate.folderDidChange(base);
+    mainQueue.advance(1);
+    EXPECT_EQ(text(), u"near");
+    EXPECT_EQ(watch->folders, (std::vector{base, std::filesystem::canonical(base / "near")}));
+}
+
 TEST_F(OpenFileWatchTest, NewsAreLookedAtOnceTheyHaveSettled)
 {
     window.pane().openLocation(file("a.txt", "old"));

@@ -198,6 +198,33 @@ TEST_F(EditorGitMarksTest, EveryViewOfADocumentShowsItsMarks)
     EXPECT_EQ(second->view.markChanges, before + 1);
 }
 
+TEST_F(EditorGitMarksTest, AnotherViewAsksWhenThePaneThatEditedShowsAnotherTab)
+{
+    first->delegate.editors = {&first->pane, &second->pane};
+    open(*first, "a");
+    second->pane.showDocument(first->pane.activeTab().document);
+    settle();
+    first->type(u"x");
+    open(*first, "b");
+    settle();
+    EXPECT_EQ(second->pane.gitLineDiff(), GitLineDiff());
+    mainQueue.advance(0.7);
+    settle();
+    EXPECT_EQ(second->pane.gitLineDiff(), firstModified);
+
+    first->pane.selectTab(0);
+    settle();
+    first->type(u"y");
+    second->pane.undo();
+    mainQueue.advance(0.7);
+    ASSERT_FALSE(work.waiting.empty());  // Asked, and left before the answer.
+    first->pane.selectTab(1);
+    settle();
+    mainQueue.advance(0.7);
+    settle();
+    EXPECT_EQ(second->pane.gitLineDiff(), GitLineDiff());
+}
+
 TEST_F(EditorGitMarksTest, AReloadAndAnotherNameAreComparedAnew)
 {
     open(*first, "a");

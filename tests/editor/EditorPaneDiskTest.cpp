@@ -1,6 +1,7 @@
 #include "PaneFixture.h"
 
 #include <cerrno>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -58,6 +59,16 @@ TEST_F(EditorPaneDiskTest, AnOlderDateAndAnotherFileOfThatNameAreChangesToo)
     std::filesystem::last_write_time(path, date);
     pane.checkDisk();
     EXPECT_EQ(text(), u"six");
+}
+
+TEST_F(EditorPaneDiskTest, AnotherSizeIsAChangeThoughTheDateIsTheSame)
+{
+    const auto path = open("a", "one");
+    const auto date = std::filesystem::last_write_time(path);
+    std::ofstream(path, std::ios::app) << " two";
+    std::filesystem::last_write_time(path, date);
+    pane.checkDisk();
+    EXPECT_EQ(text(), u"one two");
 }
 
 TEST_F(EditorPaneDiskTest, AModifiedDocumentIsAskedAbout)

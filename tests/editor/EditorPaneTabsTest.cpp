@@ -186,6 +186,31 @@ TEST_F(EditorPaneTabsTest, ClosingAllAsksOnceForEachModifiedDocument)
     EXPECT_EQ(delegate.alerts[1].message, u"Close c");
 }
 
+TEST_F(EditorPaneTabsTest, ClosingAllTellsTheTabBarOnce)
+{
+    for (const char* name : {"a", "b", "c", "d"})
+        open(name, name);
+    view.tabChanges = 0;
+    EXPECT_EQ(pane.closeAllTabs(), TabClosing::closed);
+    EXPECT_EQ(view.tabChanges, 1);
+    EXPECT_EQ(titles(), (Titles{u"No File"}));
+}
+
+TEST_F(EditorPaneTabsTest, TheTabBarIsUpToDateWhileClosingAllAsks)
+{
+    open("a", "a");
+    open("b", "b");
+    openAndType("c", "c");
+    open("d", "d");
+    view.tabChanges = 0;
+    delegate.whileAsked = [this] { EXPECT_EQ(view.tabChanges, 1); };
+    EXPECT_EQ(pane.closeAllTabs(), TabClosing::cancelled);
+    EXPECT_EQ(titles(), (Titles{u"\u2022 c", u"d"}));
+    EXPECT_EQ(view.tabChanges, 1);
+    pane.selectTab(0);
+    EXPECT_EQ(view.tabChanges, 2);
+}
+
 TEST_F(EditorPaneTabsTest, CancelStopsTheRest)
 {
     open("a", "1");
@@ -452,6 +477,60 @@ TEST_F(EditorPaneOpeningTest, AFileOfAnotherPaneIsSharedWithIt)
     EXPECT_TRUE(documentIsOpenElsewhere(document(), pane, delegate.editors));
     other.pane.closeTab(0);
     EXPECT_FALSE(documentIsOpenElsewhere(document(), pane, delegate.editors));
+}
+
+TEST_F(EditorPaneOpeningTest, WhatIsSavedOverAnOpenFileTakesItsTabs)
+{
+    const auto path = open("b", "a longer text");
+    other.pane.openLocation(path);
+    other.pane.setSelectedRange({8, 3});
+    const std::weak_ptr<EditorDocument> former = other.pane.activeTab().document;
+    openAndType("a", "one");
+    delegate.saveLocation = path;
+    pane.saveAs();
+    EXPECT_EQ(pane.tabs().size(), 1U);
+    EXPECT_EQ(&other.pane.document(), &document());
+    EXPECT_EQ(other.pane.tabs().size(), 1U);
+    EXPECT_EQ(other.text(), u"xone");
+    EXPECT_EQ(other.pane.selectedRange(), (TextRange{4, 0}));
+    EXPECT_TRUE(former.expired());
+    type(u"y");
+    EXPECT_EQ(other.text(), u"xyone");
+    EXPECT_EQ(tabTitle(other.pane.document()), u"\u2022 b");
+}
+
+TEST_F(EditorPaneOpeningTest, AModifiedTextOfAFileThatIsSavedOverStays)
+{
+    const auto path = openAndType("b", "old");
+    open("a", "one");
+    delegate.saveLocation = path;
+    pane.saveAs();
+    ASSERT_EQ(pane.tabs().size(), 2U);
+    EXPECT_EQ(pane.tabs()[0]->document->text().text(), u"xold");
+    pane.checkDisk();
+    EXPECT_EQ(delegate.alerts.size(), 1U);
+}
+
+TEST_F(EditorPaneOpeningTest, ALinkToTheFileThatIsSavedOverIsThatFile)
+{
+    const auto path = folder.write("b", "old");
+    std::filesystem::create_symlink(path, folder / "link");
+    other.pane.openLocation(folder / "link");
+    openAndType("a", "one");
+    delegate.saveLocation = path;
+    pane.saveAs();
+    EXPECT_EQ(&other.pane.document(), &document());
+}
+
+TEST_F(EditorPaneOpeningTest, WhatIsReadIsWhatWillBeWritten)
+{
+    std::filesystem::create_directories(folder / "far/sub");
+    std::filesystem::create_directory_symlink(folder / "far/sub", folder / "link");
+    folder.write("far/a", "far");
+    folder.write("a", "near");
+    pane.openLocation(folder / "link/../a");
+    EXPECT_EQ(document().url, folder / "a");
+    EXPECT_EQ(text(), u"near");
 }
 
 TEST_F(EditorPaneOpeningTest, OtherPathsOfAFileLeadToItsTab)

@@ -28,6 +28,14 @@ TEST(EditorPane, TitlesATabByItsFileAndMarksAModifiedOne)
     EXPECT_EQ(tabTitle(named), u"• name.txt");
 }
 
+TEST(EditorPane, TitlesAreOneLineWhateverTheFileIsCalled)
+{
+    EditorDocument document(std::filesystem::path("/x/a\nb\tc\x1b\xe2\x80\xa8"
+                                                  "d\xff"));
+    EXPECT_EQ(tabTitle(document), u"a b c  d\ufffd");
+    EXPECT_EQ(documentName(document), u"a b c  d\ufffd");
+}
+
 TEST(EditorPane, SaysWhatHappenedInTheStatusText)
 {
     OnePane one(u"ab");

@@ -4,6 +4,7 @@
 #include <QFontMetricsF>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QTextDocument>
 
 #include <algorithm>
 #include <cmath>
@@ -24,6 +25,12 @@ QFont systemFont(int pixels, QFont::Weight weight)
     font.setPixelSize(pixels);
     font.setWeight(weight);
     return font;
+}
+
+// A file's name is no markup.
+QString toolTipOf(const QString& title)
+{
+    return Qt::mightBeRichText(title) ? Qt::convertFromPlainText(title) : title;
 }
 
 QRgb mixed(QRgb a, QRgb b)
@@ -119,7 +126,7 @@ void EditorTabDragView::measure()
     const double width = left + metrics.horizontalAdvance(shownTitle_) + titleRight;
     preferredWidth_ = std::min(static_cast<int>(std::ceil(width)), maximumWidth);
     setAccessibleName(face_.title);
-    setToolTip(shownTitle_ == face_.title ? QString() : face_.title);
+    setToolTip(shownTitle_ == face_.title ? QString() : toolTipOf(face_.title));
     closeMark_->setAccessibleName(QStringLiteral("Close ") + face_.title);
 }
 

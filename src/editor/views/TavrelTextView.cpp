@@ -85,6 +85,7 @@ void TavrelTextView::showDocument()
 {
     closeCompletions();
     endPreedit();
+    draggedText_.reset();
     std::shared_ptr<EditorDocument> shown = pane_.activeTab().document;
     observe(&shown->textStorage());
     document_ = std::move(shown);

@@ -153,6 +153,13 @@ TEST_F(EditorTabBar, ALongTitleIsCutInItsMiddle)
     EXPECT_EQ(bar().tabView(0).toolTip().size(), 104);
 }
 
+TEST_F(EditorTabBar, AFileNameIsNoMarkup)
+{
+    shown.pane.showDocument(documentNamed("<b>" + std::string(100, 'n') + "<b>.cpp"));
+    EXPECT_TRUE(bar().tabView(0).toolTip().contains(QStringLiteral("&lt;b&gt;n")));
+    EXPECT_FALSE(bar().tabView(0).toolTip().contains(QStringLiteral("<b>")));
+}
+
 TEST_F(EditorTabBar, ATabIsDraggedOnceTheMouseHasGoneFarEnough)
 {
     open(2);
