@@ -92,6 +92,7 @@ void EditorColumn::setTerminalVisible(bool isVisible)
         return;
     if (!isVisible && terminalHasFocus())
         editorView_->setFocus();
+    dragOffset_.reset();  // A divider that goes away is held no more.
     // In its place before it is shown, so that its shell starts at the right size.
     if (isVisible)
         arrangeWithTerminal();

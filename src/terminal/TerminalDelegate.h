@@ -25,7 +25,8 @@ public:
     virtual void terminalTabsDidChange(TerminalViewController& terminal) = 0;
     /// The editor column `index`, from 0, is to have the keys.
     virtual void terminalWantsEditorFocus(TerminalViewController& terminal, std::size_t index) = 0;
-    /// A program rang the bell, in a tab that may not be the one in sight.
+    /// A program rang the bell, in a tab that may not be the one in sight. Told at once, and at
+    /// most ten times in a second.
     virtual void terminalDidRingBell(TerminalViewController& terminal) = 0;
     /// Whether the first button was pressed. The panel may change while the user thinks.
     virtual bool terminalWantsAnswer(TerminalViewController& terminal,

@@ -100,6 +100,7 @@ private:
     void connect(const SessionPointer& session);
     void start(const SessionPointer& session);
     void startIfInWindow(const SessionPointer& session);
+    void ringBell();
     static void writeReply(TerminalSession& session, std::string_view reply);
     static void end(TerminalSession& session);
     void applyHistoryLimit(TerminalSession& session) const;
@@ -133,6 +134,7 @@ private:
     std::size_t activeSessionIndex_ = 0;
     std::optional<PendingRestore> pendingRestore_;  // Only before the first view.
     bool needsDisplayScheduled_ = false;            // One task for the view is queued.
+    bool isBellSounding_ = false;
     /// What late callbacks hold of this object, weakly.
     std::shared_ptr<TerminalViewController*> self_;
 };

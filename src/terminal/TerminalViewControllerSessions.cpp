@@ -22,12 +22,25 @@ TerminalViewController::SessionPointer TerminalViewController::makeSession()
     // The emulator is the session's own, so its callbacks cannot outlive the session.
     TerminalSession* const owner = session.get();
     session->emulator.onUpdate = [this, owner] { emulatorDidUpdate(*owner); };
-    session->emulator.onBell = [this] {
-        if (delegate_)
-            delegate_->terminalDidRingBell(*this);
-    };
+    session->emulator.onBell = [this] { ringBell(); };
     session->emulator.onResponse = [owner](std::string_view reply) { writeReply(*owner, reply); };
     return session;
+}
+
+void TerminalViewController::ringBell()
+{
+    // Each is a request to the desktop, and a program may write a million of them in a second. What
+    // comes while one sounds is heard with it.
+    constexpr double soundSeconds = 0.1;
+    if (isBellSounding_)
+        return;
+    isBellSounding_ = true;
+    services_.mainQueue.postAfter(soundSeconds, [weak = std::weak_ptr(self_)] {
+        if (const auto self = weak.lock())
+            (*self)->isBellSounding_ = false;
+    });
+    if (delegate_)
+        delegate_->terminalDidRingBell(*this);
 }
 
 void TerminalViewController::writeReply(TerminalSession& session, std::string_view reply)

@@ -234,6 +234,16 @@ TEST_F(EditorColumnTest, TheDividerIsTakenHoldOfOverTheEdgesOfItsNeighbours)
     EXPECT_EQ(column.split().chosen(), 280);
 }
 
+TEST_F(EditorColumnTest, ADividerThatGoesAwayIsHeldNoMore)
+{
+    showTerminal();
+    QTest::mousePress(&column, Qt::LeftButton, {}, {100, 312});
+    column.setTerminalVisible(false);
+    showTerminal();
+    QTest::mouseMove(&column, {100, 202});
+    EXPECT_EQ(column.split().chosen(), std::nullopt);
+}
+
 TEST_F(EditorColumnTest, FartherFromTheDividerTheMouseBelongsToTheViews)
 {
     showTerminal();

@@ -74,6 +74,19 @@ TEST_F(TerminalPanelTest, TheBellIsToldOfEveryTab)
     EXPECT_EQ(delegate.bells, 1);
 }
 
+TEST_F(TerminalPanelTest, BellsInQuickSuccessionAreOne)
+{
+    emulator().feed("\a");
+    EXPECT_EQ(delegate.bells, 1);
+    emulator().feed(std::string(1000, '\a'));
+    queue.advance(0.09);
+    emulator().feed("\a");
+    EXPECT_EQ(delegate.bells, 1);
+    queue.advance(0.02);
+    emulator().feed("\a\a");
+    EXPECT_EQ(delegate.bells, 2);
+}
+
 TEST_F(TerminalPanelTest, AReplyGoesToTheShell)
 {
     useShell("stty raw -echo; printf '\\033[6n'; exec cat >keys");

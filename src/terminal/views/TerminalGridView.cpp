@@ -51,7 +51,7 @@ void TerminalGridView::setEmulator(TerminalEmulator* emulator)
 {
     emulator_ = emulator;
     selection_.reset();
-    dragAnchor_.reset();
+    endDrag();
     scroll_.follow();
     refresh();
 }

@@ -108,6 +108,7 @@ protected:
     void focusOutEvent(QFocusEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
@@ -140,6 +141,7 @@ private:
     bool isOpeningClick(const QMouseEvent& event) const;
     void press(const QMouseEvent& event);
     void dragTo(QPointF point);
+    void endDrag();
     void autoscroll();
 
     Pasteboard& pasteboard_;

@@ -116,8 +116,17 @@ void TerminalGridView::dragTo(QPointF point)
 
 void TerminalGridView::mouseReleaseEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton)
-        return;
+    if (event->button() == Qt::LeftButton)
+        endDrag();
+}
+
+void TerminalGridView::hideEvent(QHideEvent*)
+{
+    endDrag();  // Nobody will hear of the button's release.
+}
+
+void TerminalGridView::endDrag()
+{
     dragAnchor_.reset();
     autoscrollTimer_.stop();
 }

@@ -1,5 +1,6 @@
 #include "ShownGrid.h"
 
+#include <QAbstractEventDispatcher>
 #include <QMenu>
 #include <QWheelEvent>
 
@@ -44,6 +45,50 @@ TEST(GridMouse, ADragBeyondTheGridEndsAtItsEdge)
     ShownGrid grid(40, 8);
     grid.drag(grid.pointAt(0, 0), QPoint(grid.view.width() + 50, grid.view.height() + 50));
     EXPECT_EQ(grid.view.selection(), (GridSelection{{0, 0}, {7, 39}}));
+}
+
+bool hasTimers(ShownGrid& grid)
+{
+    return !QAbstractEventDispatcher::instance()->registeredTimers(&grid.view).isEmpty();
+}
+
+// Holds the left button over the first row and moves above the view.
+void beginDragAbove(ShownGrid& grid)
+{
+    ShownGrid::apart();
+    QTest::mousePress(&grid.view, Qt::LeftButton, {}, grid.pointAt(0, 3));
+    QTest::mouseMove(&grid.view, QPoint(20, -40));
+    ASSERT_TRUE(hasTimers(grid));
+}
+
+TEST(GridMouse, ADragOutsideScrollsUntilTheButtonIsReleased)
+{
+    ShownGrid grid(40, 8);
+    grid.feed(numberedLines(108));
+    beginDragAbove(grid);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return grid.view.scroll().top() < 95; }));
+    EXPECT_EQ(grid.view.selection()->end, (GridPosition{100, 3}));
+    EXPECT_EQ(grid.view.selection()->start.row, grid.view.scroll().top());
+    QTest::mouseRelease(&grid.view, Qt::LeftButton, {}, QPoint(20, -40));
+    EXPECT_FALSE(hasTimers(grid));
+}
+
+TEST(GridMouse, ADragEndsWithAnotherTerminalOrOutOfSight)
+{
+    ShownGrid grid(40, 8);
+    grid.feed(numberedLines(108));
+    TerminalEmulator other(40, 8);
+    beginDragAbove(grid);
+    grid.view.setEmulator(&other);
+    EXPECT_FALSE(hasTimers(grid));
+    grid.view.setEmulator(&grid.emulator);
+    beginDragAbove(grid);
+    grid.view.hide();
+    EXPECT_FALSE(hasTimers(grid));
+    grid.view.show();
+    const auto selection = grid.view.selection();
+    QTest::mouseMove(&grid.view, grid.pointAt(5, 5));
+    EXPECT_EQ(grid.view.selection(), selection);
 }
 
 TEST(GridMouse, AClickClearsTheSelectionAndTakesTheKeys)
