@@ -308,6 +308,21 @@ TEST_F(EditorColumnsTest, AClickInSearchResultsShowsWhatItNamesInTheOtherColumn)
     EXPECT_EQ(pane(1).tabs().size(), 1u);
 }
 
+TEST_F(EditorColumnsTest, DroppedFilesMayHaveAnyName)
+{
+    const std::filesystem::path path = file("a\xff%41 \xc3\xa9.txt", "text");
+    QMimeData data;
+    const QByteArray base = QUrl::fromLocalFile(folder.path()).toEncoded();
+    data.setUrls({QUrl::fromEncoded(base + "/a%FF%2541%20%C3%A9.txt")});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&columns().view(0).textView(), &enter);
+    QDropEvent drop(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &drop);
+    EXPECT_EQ(pane(0).document().url, path);
+    EXPECT_EQ(text(0), u"text");
+    std::filesystem::remove(path);  // The toolkit would not find it.
+}
+
 TEST_F(EditorColumnsTest, DroppedFilesAreOpened)
 {
     const std::filesystem::path first = file("a.txt", "one");
