@@ -324,10 +324,12 @@ void EditorColumns::moveActiveTab(std::size_t index)
 
 void EditorColumns::closeAllTabs()
 {
+    const std::size_t active = activeIndex_;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         if (pane(i).closeAllTabs() == TabClosing::cancelled)
-            return;
+            return;  // The keys are where the user was asked.
     }
+    focusColumn(active);
 }
 
 void EditorColumns::checkDisk()

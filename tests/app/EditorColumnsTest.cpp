@@ -323,6 +323,16 @@ TEST_F(EditorColumnsTest, DroppedFilesMayHaveAnyName)
     std::filesystem::remove(path);  // The toolkit would not find it.
 }
 
+TEST_F(EditorColumnsTest, ClosingAllLeavesTheKeysInTheirColumn)
+{
+    pane(0).openLocation(file("a.txt", "a"));
+    pane(1).openLocation(file("b.txt", "b"));
+    press(Qt::Key_1, Qt::ControlModifier);
+    run("closeAllFiles");
+    EXPECT_EQ(columns().activeColumnIndex(), 0u);
+    EXPECT_TRUE(columns().view(0).textView().isFirstResponder());
+}
+
 TEST_F(EditorColumnsTest, DroppedFilesAreOpened)
 {
     const std::filesystem::path first = file("a.txt", "one");
