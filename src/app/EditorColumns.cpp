@@ -403,8 +403,11 @@ EditorPane* EditorColumns::editorPaneWantsFileShown(EditorPane& asking,
                                                     const std::filesystem::path& path)
 {
     const std::size_t target = columnBeside(indexOf(asking));
-    if (pane(target).openLocation(path) != OpenResult::opened)
+    if (pane(target).openLocation(path) != OpenResult::opened) {
+        if (didSetStatus)  // Why not, which that pane knows.
+            didSetStatus(pane(target).statusText());
         return nullptr;
+    }
     focusColumn(target);
     return &pane(target);
 }

@@ -333,6 +333,16 @@ TEST_F(EditorColumnsTest, ClosingAllLeavesTheKeysInTheirColumn)
     EXPECT_TRUE(columns().view(0).textView().isFirstResponder());
 }
 
+TEST_F(EditorColumnsTest, WhatResultsNameAndCannotBeOpenedIsSaidInTheStatusLine)
+{
+    const std::filesystem::path base = folder.path().toStdString();
+    std::filesystem::create_directory(base / "folder");
+    pane(0).files().openSearchResults(file("results.txt", (base / "folder").string() + ":1:\n"));
+    EXPECT_FALSE(pane(0).clickedAt(0));
+    EXPECT_EQ(status(), QStringLiteral("Could not open folder: Is a directory"));
+    EXPECT_EQ(columns().activeColumnIndex(), 0u);
+}
+
 TEST_F(EditorColumnsTest, DroppedFilesAreOpened)
 {
     const std::filesystem::path first = file("a.txt", "one");
