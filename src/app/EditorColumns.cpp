@@ -325,10 +325,12 @@ void EditorColumns::moveActiveTab(std::size_t index)
 
 void EditorColumns::closeAllTabs()
 {
+    const std::size_t active = activeIndex_;
     for (std::size_t i = 0; i < columns_.size(); ++i) {
         if (pane(i).closeAllTabs() == TabClosing::cancelled)
-            return;
+            return;  // The keys are where the user was asked.
     }
+    focusColumn(active);
 }
 
 void EditorColumns::checkDisk()
@@ -402,8 +404,11 @@ EditorPane* EditorColumns::editorPaneWantsFileShown(EditorPane& asking,
                                                     const std::filesystem::path& path)
 {
     const std::size_t target = columnBeside(indexOf(asking));
-    if (pane(target).openLocation(path) != OpenResult::opened)
+    if (pane(target).openLocation(path) != OpenResult::opened) {
+        if (didSetStatus)  // Why not, which that pane knows.
+            didSetStatus(pane(target).statusText());
         return nullptr;
+    }
     focusColumn(target);
     return &pane(target);
 }

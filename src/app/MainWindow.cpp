@@ -14,7 +14,6 @@
 #include <QAction>
 #include <QApplication>
 #include <QCloseEvent>
-#include <QFile>
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMimeData>
@@ -34,8 +33,11 @@ std::vector<std::filesystem::path> localFiles(const QMimeData& data)
 {
     std::vector<std::filesystem::path> paths;
     for (const QUrl& url : data.urls()) {
+        // The bytes of the name, which need not be those of any text.
         if (url.isLocalFile())
-            paths.emplace_back(QFile::encodeName(url.toLocalFile()).toStdString());
+            paths.emplace_back(
+                QByteArray::fromPercentEncoding(url.path(QUrl::FullyEncoded).toLatin1())
+                    .toStdString());
     }
     return paths;
 }

@@ -355,6 +355,41 @@ TEST_F(EditorColumnsTest, AClickInSearchResultsShowsWhatItNamesInTheOtherColumn)
     EXPECT_EQ(pane(1).tabs().size(), 1u);
 }
 
+TEST_F(EditorColumnsTest, DroppedFilesMayHaveAnyName)
+{
+    const std::filesystem::path path = file("a\xff%41 \xc3\xa9.txt", "text");
+    QMimeData data;
+    const QByteArray base = QUrl::fromLocalFile(folder.path()).toEncoded();
+    data.setUrls({QUrl::fromEncoded(base + "/a%FF%2541%20%C3%A9.txt")});
+    QDragEnterEvent enter(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&columns().view(0).textView(), &enter);
+    QDropEvent drop(QPoint(50, 50), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&window, &drop);
+    EXPECT_EQ(pane(0).document().url, path);
+    EXPECT_EQ(text(0), u"text");
+    std::filesystem::remove(path);  // The toolkit would not find it.
+}
+
+TEST_F(EditorColumnsTest, ClosingAllLeavesTheKeysInTheirColumn)
+{
+    pane(0).openLocation(file("a.txt", "a"));
+    pane(1).openLocation(file("b.txt", "b"));
+    press(Qt::Key_1, Qt::ControlModifier);
+    run("closeAllFiles");
+    EXPECT_EQ(columns().activeColumnIndex(), 0u);
+    EXPECT_TRUE(columns().view(0).textView().isFirstResponder());
+}
+
+TEST_F(EditorColumnsTest, WhatResultsNameAndCannotBeOpenedIsSaidInTheStatusLine)
+{
+    const std::filesystem::path base = folder.path().toStdString();
+    std::filesystem::create_directory(base / "folder");
+    pane(0).files().openSearchResults(file("results.txt", (base / "folder").string() + ":1:\n"));
+    EXPECT_FALSE(pane(0).clickedAt(0));
+    EXPECT_EQ(status(), QStringLiteral("Could not open folder: Is a directory"));
+    EXPECT_EQ(columns().activeColumnIndex(), 0u);
+}
+
 TEST_F(EditorColumnsTest, DroppedFilesAreOpened)
 {
     const std::filesystem::path first = file("a.txt", "one");
