@@ -1,13 +1,21 @@
 #include "editor/UndoReplay.h"
 
 #include <algorithm>
-#include <ranges>
+#include <iterator>
 
 namespace tavrel {
 
 namespace {
 
-using Snapshots = std::ranges::subrange<std::deque<EditorUndoSnapshot>::const_iterator>;
+/// Some of the snapshots of a group, one behind the other.
+struct Snapshots {
+    std::deque<EditorUndoSnapshot>::const_iterator first;
+    std::deque<EditorUndoSnapshot>::const_iterator last;
+
+    auto begin() const { return first; }
+    auto end() const { return last; }
+    std::size_t size() const { return static_cast<std::size_t>(last - first); }
+};
 
 /// The first of `snapshots`, as far as they were made strictly from left to right.
 Snapshots ascendingRun(Snapshots snapshots)
@@ -55,8 +63,8 @@ std::vector<std::vector<TextEdit>> replayBatches(const EditorUndoGroup& group,
                                                  ReplayDirection direction)
 {
     std::vector<std::vector<TextEdit>> batches;
-    Snapshots rest(group.snapshots);
-    while (!rest.empty()) {
+    Snapshots rest{group.snapshots.begin(), group.snapshots.end()};
+    while (rest.size() > 0) {
         const Snapshots run = ascendingRun(rest);
         batches.push_back(direction == ReplayDirection::backwards ? inverseEdits(run)
                                                                   : forwardEdits(run));
