@@ -238,6 +238,7 @@ void EditorPane::editorDocumentDidMove(EditorDocument& moved)
         if (tab->document.get() == &moved && moved.url)
             setLanguage(*tab);
     }
+    shownTabs_.reset();  // The same title may stand for another file now.
     tellTabsChanged();
     if (&moved != &document())
         return;

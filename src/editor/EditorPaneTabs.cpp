@@ -308,6 +308,7 @@ void EditorPane::replaceTabs(std::vector<std::shared_ptr<EditorTab>> tabs, std::
         tabs.push_back(makeTab(std::make_shared<EditorDocument>()));
     for (std::shared_ptr<EditorTab>& tab : tabs)
         addTab(std::move(tab));
+    shownTabs_.reset();  // Equal titles may stand for other files.
     showTab(std::min(activeIndex, tabs_.size() - 1));
 }
 

@@ -261,6 +261,21 @@ TEST_F(EditorColumnsTest, ClosingTheWindowAsksAboutEachDocumentOnce)
     EXPECT_EQ(dialogs_->alerts.size(), 2u);
 }
 
+TEST_F(EditorColumnsTest, ClosingTheWindowAsksAboutColumnsOutOfSightToo)
+{
+    pane(1).openLocation(file("other.txt", "text"));
+    pane(1).showDocument(std::make_shared<EditorDocument>());
+    pane(1).insertText(u"x");
+    pane(1).selectTab(0);
+    setWidth(900);
+    ASSERT_EQ(columns().visibleColumnCount(), 1u);
+    dialogs_->answer = 1;
+    EXPECT_FALSE(window.close());
+    ASSERT_EQ(dialogs_->alerts.size(), 1u);
+    EXPECT_EQ(dialogs_->alerts[0].message, u"Close Untitled");
+    EXPECT_EQ(columns().activeColumnIndex(), 0u);
+}
+
 TEST_F(EditorColumnsTest, AFileThatChangedOutsideIsReloadedOrAskedAbout)
 {
     const std::filesystem::path path = file("a.txt", "old");

@@ -50,6 +50,23 @@ TEST_F(OpenFileWatchTest, FollowsALinkToWhereItLeads)
     EXPECT_EQ(watch->folders, (std::vector{base, real}));
 }
 
+TEST_F(OpenFileWatchTest, FollowsAFileOfTheSameNameInAnotherFolder)
+{
+    const std::filesystem::path base = folder.path().toStdString();
+    for (const char* name : {"far", "near"})
+        std::filesystem::create_directory(base / name);
+    window.pane().openLocation(file("a.txt", "text"));
+    dialogs_->location = base / "far" / "a.txt";
+    window.pane().saveAs();
+    EXPECT_EQ(watch->folders, std::vector{base / "far"});
+    std::filesystem::rename(base / "far" / "a.txt", base / "near" / "a.txt");
+    window.pane().files().fileWasRenamed(base / "far" / "a.txt", base / "near" / "a.txt");
+    EXPECT_EQ(watch->folders, std::vector{base / "near"});
+    const auto other = std::make_shared<EditorDocument>(base / "a.txt");
+    window.pane().replaceTabs({window.pane().makeTab(other)}, 0);
+    EXPECT_EQ(watch->folders, std::vector{base});
+}
+
 TEST_F(OpenFileWatchTest, FollowsALinkThatIsLedElsewhere)
 {
     const std::filesystem::path base = folder.path().toStdString();

@@ -136,6 +136,39 @@ TEST_F(EditorPaneDiskTest, AnUnreadableFileIsLeftAlone)
     EXPECT_EQ(fileSystem.openDescriptors(), 0);
 }
 
+TEST_F(EditorPaneDiskTest, AFolderInPlaceOfTheFileIsNotWrittenOver)
+{
+    const auto path = openAndType("a", "one");
+    std::filesystem::remove(path);
+    std::filesystem::create_directory(path);
+    pane.autosave();
+    EXPECT_TRUE(document().isModified);
+    pane.checkDisk();
+    pane.checkDisk();
+    EXPECT_EQ(delegate.alerts.size(), 1U);
+    pane.save();
+    EXPECT_EQ(delegate.status, u"Could not save a: Is a directory");
+    EXPECT_TRUE(document().isModified);
+    delegate.answer = 1;
+    pane.files().reload(path);
+    EXPECT_EQ(text(), u"xone");
+    EXPECT_TRUE(document().isModified);
+}
+
+TEST_F(EditorPaneDiskTest, AFolderThatHasGoneKeepsTheTextUnsaved)
+{
+    std::filesystem::create_directory(folder / "sub");
+    const auto path = openAndType("sub/a", "one");
+    std::filesystem::remove_all(folder / "sub");
+    pane.checkDisk();
+    pane.save();
+    EXPECT_EQ(delegate.status, u"Could not save a: No such file or directory");
+    EXPECT_TRUE(document().isModified);
+    std::filesystem::create_directory(folder / "sub");
+    pane.save();
+    EXPECT_EQ(test::contents(path), "xone");
+}
+
 TEST_F(EditorPaneDiskTest, AFileThatHasGoneChangesNothing)
 {
     const auto path = open("a", "one");
