@@ -1,13 +1,28 @@
 #include "editor/UndoReplay.h"
 
 #include <algorithm>
-#include <ranges>
+#include <cstddef>
 
 namespace tavrel {
 
 namespace {
 
-using Snapshots = std::ranges::subrange<std::deque<EditorUndoSnapshot>::const_iterator>;
+/// Some neighbours among the snapshots of a group.
+class Snapshots {
+public:
+    using Iterator = std::deque<EditorUndoSnapshot>::const_iterator;
+
+    Snapshots(Iterator begin, Iterator end) : begin_(begin), end_(end) {}
+
+    Iterator begin() const { return begin_; }
+    Iterator end() const { return end_; }
+    bool isEmpty() const { return begin_ == end_; }
+    std::size_t size() const { return static_cast<std::size_t>(end_ - begin_); }
+
+private:
+    Iterator begin_;
+    Iterator end_;
+};
 
 /// The first of `snapshots`, as far as they were made strictly from left to right.
 Snapshots ascendingRun(Snapshots snapshots)
@@ -55,8 +70,8 @@ std::vector<std::vector<TextEdit>> replayBatches(const EditorUndoGroup& group,
                                                  ReplayDirection direction)
 {
     std::vector<std::vector<TextEdit>> batches;
-    Snapshots rest(group.snapshots);
-    while (!rest.empty()) {
+    Snapshots rest(group.snapshots.begin(), group.snapshots.end());
+    while (!rest.isEmpty()) {
         const Snapshots run = ascendingRun(rest);
         batches.push_back(direction == ReplayDirection::backwards ? inverseEdits(run)
                                                                   : forwardEdits(run));
