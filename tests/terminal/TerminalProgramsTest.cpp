@@ -226,15 +226,16 @@ TEST_F(TerminalProgramsTest, VimFollowsANewSize)
     ASSERT_TRUE(waitForRow(22, " 23 line 23"));
     view.size = TerminalSize{50, 40};
     panel().syncGridSize();
-    // The editor is done with a picture once the cursor is back in the text.
-    ASSERT_TRUE(waitForScreen([this](const Rows& rows) {
-        return rows[38] == " 39 line 39" && emulator().cursorY() == 0 && emulator().cursorX() == 4;
-    }));
+    // The editor is done with a picture once the cursor is back in the text; what is typed before
+    // that it may throw away.
+    const auto isInText = [this] { return emulator().cursorY() == 0 && emulator().cursorX() == 4; };
+    ASSERT_TRUE(
+        waitForScreen([&](const Rows& rows) { return rows[38] == " 39 line 39" && isInText(); }));
     EXPECT_EQ(screen()[0], "  1 line 1");
     view.size = TerminalSize{30, 8};
     panel().syncGridSize();
-    ASSERT_TRUE(waitForScreen([](const Rows& rows) {
-        return rows.size() == 8 && rows[6] == "  7 line 7" && rows[0] == "  1 line 1";
+    ASSERT_TRUE(waitForScreen([&](const Rows& rows) {
+        return rows.size() == 8 && rows[6] == "  7 line 7" && rows[0] == "  1 line 1" && isInText();
     }));
     type(":q\r");
     EXPECT_TRUE(waitForPrompt());
