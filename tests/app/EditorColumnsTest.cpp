@@ -370,6 +370,24 @@ TEST_F(EditorColumnsTest, AClickInSearchResultsShowsWhatItNamesInTheOtherColumn)
     EXPECT_EQ(pane(1).tabs().size(), 1u);
 }
 
+TEST_F(EditorColumnsTest, ADoubleClickInSearchResultsIsOneClick)
+{
+    setWidth(900);
+    const std::filesystem::path found = file("found.txt", "one\ntwo\nthree\nfour\n");
+    pane(0).files().openSearchResults(file("results.txt", found.string() + ":2:\n"));
+    TavrelTextView& view = columns().view(0).textView();
+    const auto doubleClick = [&view] {
+        QTest::lastMouseTimestamp += 2000;
+        QTest::mouseClick(&view, Qt::LeftButton, {}, QPoint(20, 4));
+        QTest::mouseDClick(&view, Qt::LeftButton, {}, QPoint(20, 4));
+    };
+    doubleClick();
+    EXPECT_EQ(text(0), u"one\ntwo\nthree\nfour\n");
+    EXPECT_EQ(pane(0).selectedRange(), (TextRange{4, 3}));
+    doubleClick();
+    EXPECT_EQ(pane(0).selectedRange(), (TextRange{0, 3}));
+}
+
 TEST_F(EditorColumnsTest, DroppedFilesMayHaveAnyName)
 {
     const std::filesystem::path path = file("a\xff%41 \xc3\xa9.txt", "text");

@@ -230,6 +230,7 @@ private:
     std::optional<VerticalGoal> goal_;
     SelectionDrag drag_;
     bool hasTakenRightClick_ = false;  // The press before a menu has done something else.
+    bool hasTakenClick_ = false;       // The same of the press before a double click.
     bool isDragging_ = false;
     QPointF dragPoint_;  // Of the drag that makes a selection, or of one that is over this view.
     double autoscrollMargin_ = 0;

@@ -72,7 +72,10 @@ void TavrelTextView::mousePressEvent(QMouseEvent* event)
         hasTakenRightClick_ = pane_.beginColorPicking(offsetAt(event->position()));
         return;
     }
-    if (event->button() != Qt::LeftButton || handleSpecialClick(*event))
+    if (event->button() != Qt::LeftButton)
+        return;
+    hasTakenClick_ = handleSpecialClick(*event);
+    if (hasTakenClick_)
         return;
     const bool isNear = (event->position() - clickPoint_).manhattanLength() < clickSlop;
     const auto interval =
@@ -113,6 +116,10 @@ void TavrelTextView::mouseDoubleClickEvent(QMouseEvent* event)
         handleSpecialClick(*event);
         return;
     }
+    // What the first click opened may stand under the mouse now; the second one was not meant for
+    // it.
+    if (hasTakenClick_)
+        return;
     clickCount_ = 2;
     beginDrag(*event);
 }
