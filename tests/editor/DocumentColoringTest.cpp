@@ -7,6 +7,7 @@
 #include "highlight/ShippedModes.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
+#include "platform/ThreadPool.h"
 #include "platform/WorkQueue.h"
 
 #include <gtest/gtest.h>
@@ -295,6 +296,27 @@ TEST_F(DocumentColoringTest, LaterResultsFindADocumentThatHasGone)
     }
     EXPECT_TRUE(workQueue_.runOne());
     mainQueue_.run();
+}
+
+TEST_F(DocumentColoringTest, ScansOnAnotherThreadWhileTheTextChanges)
+{
+    ThreadPool pool(2);
+    TextStorage storage(TextSnapshot(repeated(goldenText("cpp.cpp"), 1'000'000)));
+    DocumentColoring coloring(storage);
+    coloring.setLanguage(std::make_shared<const LanguageMode>(shippedMode("cpp")), mainQueue_,
+                         &pool);
+    const TextRange shown{500'000, 3000};
+    coloring.show(this, shown);
+    for (int edit = 0; edit < 40; ++edit) {
+        mainQueue_.advance(0.001);
+        storage.replace({500'100, 0}, edit % 2 == 0 ? u"/*" : u"*/");
+        coloring.show(this, shown);
+    }
+    mainQueue_.advance(0.001);
+    ASSERT_TRUE(mainQueue_.runUntil([&] { return coloring.isKnownThroughout(); }));
+    const LexicalHighlighter highlighter(shippedMode("cpp"));
+    EXPECT_EQ(storage.snapshot().tokens(shown),
+              highlighter.highlight(SnapshotSource(storage.snapshot()), shown).runs);
 }
 
 TEST_F(DocumentColoringTest, SeveralViewersAreColoredEach)
