@@ -3,11 +3,10 @@
 #include "editor/DocumentColoring.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
-#include "platform/WorkQueue.h"
+#include "platform/ManualWorkQueue.h"
 
 #include <benchmark/benchmark.h>
 
-#include <deque>
 #include <fstream>
 #include <iterator>
 #include <memory>
@@ -23,24 +22,6 @@ namespace {
 
 constexpr std::size_t fileLength = 100'000'000;
 constexpr std::size_t page = 4000;
-
-// Work that runs when the bench says so.
-class HeldWorkQueue final : public WorkQueue {
-public:
-    void post(Work work) override { waiting_.push_back(std::move(work)); }
-    bool runOne()
-    {
-        if (waiting_.empty())
-            return false;
-        const Work work = std::move(waiting_.front());
-        waiting_.pop_front();
-        work();
-        return true;
-    }
-
-private:
-    std::deque<Work> waiting_;
-};
 
 TextSnapshot sourceText()
 {
@@ -80,7 +61,7 @@ struct BenchDocument {
 
     SimulatedClock clock;
     ManualMainQueue mainQueue{clock};
-    HeldWorkQueue workQueue;
+    ManualWorkQueue workQueue;
     std::optional<TextStorage> storage;
     std::optional<DocumentColoring> coloring;
 };

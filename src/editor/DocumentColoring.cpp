@@ -1,10 +1,10 @@
 #include "editor/DocumentColoring.h"
 
 #include "editor/PointScan.h"
+#include "editor/PointScanWork.h"
 #include "platform/WorkQueue.h"
 
 #include <algorithm>
-#include <functional>
 #include <utility>
 
 namespace tavrel {
@@ -25,10 +25,8 @@ constexpr std::size_t farthestBehindStretch = 64 * 1024;
 constexpr std::size_t sliceBefore = 16 * 1024;
 constexpr std::size_t sliceBehind = 2048;
 
-// Distances of scan points: near an edit, elsewhere, and how many there are to be at most.
+// The distance of scan points near an edit.
 constexpr std::size_t stepNearEdit = 2048;
-constexpr std::size_t step = 8192;
-constexpr std::size_t maximumSteps = 16 * 1024;
 // Windows of a scan near an edit are small, so that few points depend on each place.
 constexpr std::size_t windowNearEdit = 1024;
 constexpr std::size_t window = 4096;
@@ -41,9 +39,6 @@ constexpr std::size_t forgottenAtOnce = 64 * 1024;
 // of this length at most.
 constexpr std::size_t longestWholeScan = 2 * 1024 * 1024;
 constexpr double wholeScanDelaySeconds = 0.35;
-
-// How much of a text is scanned before the main thread hears of it.
-constexpr std::size_t unitsPerReport = 1024 * 1024;
 
 TextRange rangeBetween(std::size_t start, std::size_t end)
 {
@@ -109,50 +104,6 @@ std::size_t equalEnd(const TokenRuns& a, const TokenRuns& b)
             return length;
     }
     return length;
-}
-
-// --- The scan of a whole text on a work queue
-
-struct PointScanWork {
-    TextSnapshot text;
-    std::shared_ptr<const LexicalHighlighter> highlighter;
-    KnownScanPoint from;
-    std::vector<KnownScanPoint> candidates;
-    std::shared_ptr<std::atomic<bool>> isStale;
-
-    enum class Report { more, last };
-    void run(const std::function<void(ScanProgress, Report)>& report) const;
-};
-
-void PointScanWork::run(const std::function<void(ScanProgress, Report)>& report) const
-{
-    const std::size_t length = text.length();
-    const std::size_t distance = std::max(step, length / maximumSteps);
-    const WatchedSource source(text, length, window);
-    PointScan scan(*highlighter, source, from);
-    ScanProgress progress;
-    std::size_t reported = from.location();
-    std::size_t candidate = 0;
-    bool hasMet = false;
-    TokenRuns runs;
-    while (scan.at().location() < length && !hasMet && !isStale->load(std::memory_order_relaxed)) {
-        const std::size_t start = scan.at().location();
-        while (candidate < candidates.size() && candidates[candidate].location() <= start)
-            ++candidate;
-        std::size_t until = start + distance;
-        if (candidate < candidates.size())
-            until = std::min(until, candidates[candidate].location());
-        runs.clear();
-        progress.points.push_back(scan.advance(until, runs));
-        if (runs.length() > 4 * distance)
-            progress.longStretches.push_back({start, runs});
-        hasMet = ScanPoints::meets(candidates, scan.at().point);
-        if (scan.at().location() - reported >= unitsPerReport) {
-            report(std::exchange(progress, {}), Report::more);
-            reported = scan.at().location();
-        }
-    }
-    report(std::move(progress), Report::last);
 }
 
 }  // namespace

@@ -7,12 +7,11 @@
 #include "highlight/ShippedModes.h"
 #include "platform/Clock.h"
 #include "platform/ManualMainQueue.h"
+#include "platform/ManualWorkQueue.h"
 #include "platform/ThreadPool.h"
-#include "platform/WorkQueue.h"
 
 #include <gtest/gtest.h>
 
-#include <deque>
 #include <fstream>
 #include <iterator>
 #include <random>
@@ -20,24 +19,6 @@
 namespace tavrel {
 
 namespace {
-
-// Runs what was posted when it is told to, on the test's thread.
-class ManualWorkQueue final : public WorkQueue {
-public:
-    void post(Work work) override { waiting_.push_back(std::move(work)); }
-    bool runOne()
-    {
-        if (waiting_.empty())
-            return false;
-        const Work work = std::move(waiting_.front());
-        waiting_.pop_front();
-        work();
-        return true;
-    }
-
-private:
-    std::deque<Work> waiting_;
-};
 
 std::string goldenText(const std::string& name)
 {

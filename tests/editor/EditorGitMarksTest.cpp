@@ -3,29 +3,15 @@
 #include "git/GitLineDiffer.h"
 #include "git/GitTestFolder.h"
 #include "git/GitTool.h"
+#include "platform/ManualWorkQueue.h"
 #include "platform/PrivateFolder.h"
-#include "platform/WorkQueue.h"
 
-#include <deque>
 #include <gtest/gtest.h>
 
 namespace tavrel {
 namespace {
 
 using Kind = GitLineChangeKind;
-
-/// Keeps its work until a test has it done.
-class ManualWorkQueue final : public WorkQueue {
-public:
-    void post(Work work) override { waiting.push_back(std::move(work)); }
-    void runOne()
-    {
-        const Work work = std::move(waiting.front());
-        waiting.pop_front();
-        work();
-    }
-    std::deque<Work> waiting;
-};
 
 /// Two panes in a repository with the files "a" of three lines and "b" of one.
 class EditorGitMarksTest : public PaneWorld, public testing::Test {
@@ -55,7 +41,7 @@ protected:
     void settle()
     {
         mainQueue.run();
-        while (!work.waiting.empty()) {
+        while (!work.isIdle()) {
             work.runOne();
             mainQueue.run();
         }
@@ -90,10 +76,10 @@ TEST_F(EditorGitMarksTest, AnEditIsComparedWhenNoOtherHasFollowedForAWhile)
     mainQueue.advance(0.5);
     first->type(u"y");
     mainQueue.advance(0.69);
-    EXPECT_TRUE(work.waiting.empty());
+    EXPECT_TRUE(work.isIdle());
     EXPECT_EQ(first->pane.gitLineDiff(), GitLineDiff{});  // What was known stands.
     mainQueue.advance(0.02);
-    ASSERT_EQ(work.waiting.size(), 1U);
+    ASSERT_EQ(work.waitingCount(), 1U);
     settle();
     EXPECT_EQ(first->pane.gitLineDiff(), firstModified);
 }
@@ -111,7 +97,7 @@ TEST_F(EditorGitMarksTest, UndoAndEditsAtSeveralCursorsAreEditsToo)
               (GitLineDiff{{{1, 1, Kind::modified}, {3, 1, Kind::modified}}, {}}));
     first->run("undo");
     mainQueue.advance(0.69);
-    EXPECT_TRUE(work.waiting.empty());
+    EXPECT_TRUE(work.isIdle());
     mainQueue.advance(0.01);
     settle();
     EXPECT_EQ(first->pane.gitLineDiff(), GitLineDiff{});
@@ -124,11 +110,11 @@ TEST_F(EditorGitMarksTest, ASaveIsComparedAtOnce)
     first->type(u"x");
     first->pane.save();
     mainQueue.run();
-    EXPECT_EQ(work.waiting.size(), 1U);
+    EXPECT_EQ(work.waitingCount(), 1U);
     settle();
     EXPECT_EQ(first->pane.gitLineDiff(), firstModified);
     mainQueue.advance(2);  // The save has taken the place of the edit.
-    EXPECT_TRUE(work.waiting.empty());
+    EXPECT_TRUE(work.isIdle());
 }
 
 TEST_F(EditorGitMarksTest, ATabThatIsShownIsComparedAtOnce)
@@ -139,7 +125,7 @@ TEST_F(EditorGitMarksTest, ATabThatIsShownIsComparedAtOnce)
     repository.git("", {"commit", "--quiet", "--message", "second", "--allow-empty"});
     first->pane.selectTab(0);
     mainQueue.run();
-    EXPECT_EQ(work.waiting.size(), 1U);
+    EXPECT_EQ(work.waitingCount(), 1U);
     settle();
     EXPECT_EQ(first->pane.gitLineDiff(), GitLineDiff{});
 }
@@ -148,7 +134,7 @@ TEST_F(EditorGitMarksTest, AnAnswerForATabThatIsNotShownAnyMoreIsDropped)
 {
     open(*first, "a");
     mainQueue.run();
-    ASSERT_EQ(work.waiting.size(), 1U);
+    ASSERT_EQ(work.waitingCount(), 1U);
     work.runOne();
     open(*first, "b");
     mainQueue.run();
@@ -165,13 +151,13 @@ TEST_F(EditorGitMarksTest, WhatIsAskedMeanwhileFollowsWithTheTextAsItIsThen)
     mainQueue.advance(0.7);
     first->type(u"y");
     mainQueue.advance(0.7);
-    EXPECT_EQ(work.waiting.size(), 1U);
+    EXPECT_EQ(work.waitingCount(), 1U);
     work.runOne();
     mainQueue.run();
-    EXPECT_EQ(work.waiting.size(), 1U);
+    EXPECT_EQ(work.waitingCount(), 1U);
     settle();
     EXPECT_EQ(first->pane.gitLineDiff(), firstModified);
-    EXPECT_TRUE(work.waiting.empty());
+    EXPECT_TRUE(work.isIdle());
 }
 
 TEST_F(EditorGitMarksTest, APaneMayGoBeforeTheAnswer)
@@ -182,7 +168,7 @@ TEST_F(EditorGitMarksTest, APaneMayGoBeforeTheAnswer)
     first.reset();
     settle();
     mainQueue.advance(1);
-    EXPECT_TRUE(work.waiting.empty());
+    EXPECT_TRUE(work.isIdle());
 }
 
 TEST_F(EditorGitMarksTest, EveryViewOfADocumentShowsItsMarks)
@@ -217,7 +203,7 @@ TEST_F(EditorGitMarksTest, AnotherViewAsksWhenThePaneThatEditedShowsAnotherTab)
     first->type(u"y");
     second->pane.undo();
     mainQueue.advance(0.7);
-    ASSERT_FALSE(work.waiting.empty());  // Asked, and left before the answer.
+    ASSERT_FALSE(work.isIdle());  // Asked, and left before the answer.
     first->pane.selectTab(1);
     settle();
     mainQueue.advance(0.7);
@@ -247,7 +233,7 @@ TEST_F(EditorGitMarksTest, ATextWithoutAFileOrARepositoryHasNoMarks)
 {
     first->type(u"x");
     mainQueue.advance(0.7);
-    EXPECT_TRUE(work.waiting.empty());
+    EXPECT_TRUE(work.isIdle());
     EXPECT_FALSE(first->pane.gitLineDiff());
     const test::TestFolder plain;
     first->pane.openLocation(plain.write("p", "x"));
@@ -261,7 +247,7 @@ TEST_F(EditorGitMarksTest, AFieldEditorAsksForNoMarks)
     field.openLocation(repository.at("a"));
     field.insertText(u"x");
     mainQueue.advance(1);
-    EXPECT_TRUE(work.waiting.empty());
+    EXPECT_TRUE(work.isIdle());
 }
 
 TEST_F(EditorGitMarksTest, TheCommandGoesFromChangeToChange)
